@@ -1,0 +1,171 @@
+#include "PendantSim.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QSaveFile>
+#include <QThread>
+
+namespace pendantsim {
+namespace {
+
+struct State
+{
+    QMutex mutex;
+    QString controllerRoot;
+    bool connected = true;
+    int failuresDue = 0;
+    int attempts = 0;
+    int delayMs = 0;
+    int languageId = 2;
+    int uiStyle = 0;
+    bool rteAuthority = true;
+    bool robotRunning = false;
+    bool servoOn = false;
+    QList<int> answers;
+    std::function<int(const ShownMessage &)> handler;
+    QList<ShownMessage> shown;
+    int reboots = 0;
+};
+
+State &state()
+{
+    static State s;
+    return s;
+}
+
+template<typename T>
+T locked(T State::*member)
+{
+    QMutexLocker lock(&state().mutex);
+    return state().*member;
+}
+
+template<typename T>
+void setLocked(T State::*member, const T &value)
+{
+    QMutexLocker lock(&state().mutex);
+    state().*member = value;
+}
+
+} // namespace
+
+void setControllerRoot(const QString &dir) { setLocked(&State::controllerRoot, dir); }
+
+QString controllerRoot()
+{
+    const QString root = locked(&State::controllerRoot);
+    if (!root.isEmpty())
+        return root;
+    const QByteArray env = qgetenv("FIELDBUS_CONTROLLER_ROOT");
+    if (!env.isEmpty())
+        return QString::fromLocal8Bit(env);
+    return QStringLiteral("../Controller");
+}
+
+QString controllerFilePath(const QString &rdeFilePath)
+{
+    QString relative = rdeFilePath;
+    while (relative.startsWith(QLatin1Char('/')))
+        relative.remove(0, 1);
+    return controllerRoot() + QLatin1Char('/') + relative;
+}
+
+void setConnected(bool connected) { setLocked(&State::connected, connected); }
+bool isConnected() { return locked(&State::connected); }
+void failNextTransfers(int n) { setLocked(&State::failuresDue, n); }
+int transferAttempts() { return locked(&State::attempts); }
+
+void resetCounters()
+{
+    QMutexLocker lock(&state().mutex);
+    state().attempts = 0;
+    state().reboots = 0;
+}
+
+void setTransferDelayMs(int ms) { setLocked(&State::delayMs, ms); }
+void setLanguageId(int id) { setLocked(&State::languageId, id); }
+int languageId() { return locked(&State::languageId); }
+void setUiStyle(int style) { setLocked(&State::uiStyle, style); }
+int uiStyle() { return locked(&State::uiStyle); }
+void setRteAuthority(bool has) { setLocked(&State::rteAuthority, has); }
+bool rteAuthority() { return locked(&State::rteAuthority); }
+void setRobotRunning(bool running) { setLocked(&State::robotRunning, running); }
+bool robotRunning() { return locked(&State::robotRunning); }
+void setServoOn(bool on) { setLocked(&State::servoOn, on); }
+bool servoOn() { return locked(&State::servoOn); }
+
+void setMsgBoxAnswers(const QList<int> &answers)
+{
+    QMutexLocker lock(&state().mutex);
+    state().answers = answers;
+    state().handler = nullptr;
+}
+
+void setMsgBoxHandler(std::function<int(const ShownMessage &)> handler)
+{
+    setLocked(&State::handler, handler);
+}
+
+QList<ShownMessage> shownMessages() { return locked(&State::shown); }
+void clearShownMessages() { setLocked(&State::shown, QList<ShownMessage>()); }
+
+int showMessage(const ShownMessage &message)
+{
+    std::function<int(const ShownMessage &)> handler;
+    {
+        QMutexLocker lock(&state().mutex);
+        state().shown.append(message);
+        if (!state().handler)
+            return state().answers.isEmpty() ? 0 : state().answers.takeFirst();
+        handler = state().handler;
+    }
+    // Called unlocked: a handler may ask on a terminal for as long as it likes.
+    return handler(message);
+}
+
+int rebootRequests() { return locked(&State::reboots); }
+
+void recordRebootRequest()
+{
+    QMutexLocker lock(&state().mutex);
+    ++state().reboots;
+}
+
+bool transferFile(const QString &from, const QString &to, bool makeFolders)
+{
+    int delayMs = 0;
+    {
+        QMutexLocker lock(&state().mutex);
+        ++state().attempts;
+        delayMs = state().delayMs;
+        if (!state().connected)
+            return false;
+        if (state().failuresDue > 0) {
+            --state().failuresDue;
+            return false;
+        }
+    }
+    if (delayMs > 0)
+        QThread::msleep(static_cast<unsigned long>(delayMs));
+
+    QFile source(from);
+    if (!QFileInfo(from).isFile() || !source.open(QIODevice::ReadOnly))
+        return false;
+    if (makeFolders && !QDir().mkpath(QFileInfo(to).absolutePath()))
+        return false;
+    QSaveFile target(to);
+    if (!target.open(QIODevice::WriteOnly))
+        return false;
+    while (!source.atEnd()) {
+        const QByteArray chunk = source.read(1 << 16);
+        if (chunk.isEmpty() || target.write(chunk) != chunk.size())
+            return false;
+    }
+    return target.commit();
+}
+
+} // namespace pendantsim

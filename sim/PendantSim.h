@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+// Control API of the simulated pendant platform: the controller is a folder,
+// and tests and tools steer the link, failures, robot state and message boxes.
+// Every call is thread-safe.
+namespace pendantsim {
+
+struct ShownMessage
+{
+    int type = 0;
+    QString text;
+    int buttons = 0;
+};
+
+// The folder standing for the controller's file system. Unset, it is
+// $FIELDBUS_CONTROLLER_ROOT, else ../Controller relative to the current directory.
+void setControllerRoot(const QString &dir);
+QString controllerRoot();
+// Where a controller path lies in the controller folder.
+QString controllerFilePath(const QString &rdeFilePath);
+
+void setConnected(bool connected);
+bool isConnected();
+// The next n transfer attempts of any kind fail.
+void failNextTransfers(int n);
+int transferAttempts();
+// Sets the attempt and reboot counters back to zero.
+void resetCounters();
+void setTransferDelayMs(int ms);
+
+void setLanguageId(int id);
+int languageId();
+void setUiStyle(int style);
+int uiStyle();
+void setRteAuthority(bool has);
+bool rteAuthority();
+void setRobotRunning(bool running);
+bool robotRunning();
+void setServoOn(bool on);
+bool servoOn();
+
+// Answers of the next message boxes, in order; when they run out a box answers 0.
+void setMsgBoxAnswers(const QList<int> &answers);
+// A tool's own way to show and answer a box; replaces the scripted answers.
+void setMsgBoxHandler(std::function<int(const ShownMessage &)> handler);
+QList<ShownMessage> shownMessages();
+void clearShownMessages();
+// Records a box and returns its answer; used by MsgBox.
+int showMessage(const ShownMessage &message);
+
+int rebootRequests();
+void recordRebootRequest();
+
+// One transfer attempt: copies `from` to `to` unless the link is down or a
+// failure is due. `to` is replaced atomically; missing folders of `to` are made
+// when `makeFolders` is set.
+bool transferFile(const QString &from, const QString &to, bool makeFolders);
+
+} // namespace pendantsim

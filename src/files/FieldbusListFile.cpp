@@ -1,0 +1,3 @@
+#include "BusFileDataManager.h"
+
+bool BusFileDataManager::readFieldbusXml() { return false; }

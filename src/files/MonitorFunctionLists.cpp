@@ -1,0 +1,4 @@
+#include "BusFileDataManager.h"
+
+bool BusFileDataManager::readFuncInfoXmlMonitor() { return false; }
+bool BusFileDataManager::readFuncListXmlMonitor(QStringList &) { return false; }

@@ -1,0 +1,26 @@
+#include "BusObserver.h"
+
+BusObserver::BusObserver(const BusObserver &other)
+    : isFieldXml(other.isFieldXml),
+      isFieldbusCfg(other.isFieldbusCfg),
+      isSignalMap(other.isSignalMap),
+      isGroupIO(other.isGroupIO),
+      isFuncInfo(other.isFuncInfo),
+      isFuncList(other.isFuncList),
+      isUsedes(other.isUsedes),
+      isFuncListMonitor(other.isFuncListMonitor)
+{
+}
+
+BusObserver &BusObserver::operator=(const BusObserver &other)
+{
+    isFieldXml = other.isFieldXml;
+    isFieldbusCfg = other.isFieldbusCfg;
+    isSignalMap = other.isSignalMap;
+    isGroupIO = other.isGroupIO;
+    isFuncInfo = other.isFuncInfo;
+    isFuncList = other.isFuncList;
+    isUsedes = other.isUsedes;
+    isFuncListMonitor = other.isFuncListMonitor;
+    return *this;
+}

@@ -1,0 +1,72 @@
+#include "ConfigFileIo.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QTextStream>
+
+#include <sstream>
+
+namespace configio {
+
+QString padRight(const QString &value, int width)
+{
+    return value.size() >= width ? value : value.leftJustified(width, QLatin1Char(' '));
+}
+
+void useFileEncoding(QTextStream &stream)
+{
+    stream.setCodec("UTF-8");
+    stream.setGenerateByteOrderMark(false);
+}
+
+bool writeFileAtomically(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    if (file.write(bytes) != bytes.size()) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
+bool saveXml(const pugi::xml_document &doc, const QString &path, const char *indent,
+             unsigned int flags, pugi::xml_encoding encoding)
+{
+    std::ostringstream out;
+    doc.save(out, indent, flags, encoding);
+    const std::string bytes = out.str();
+    return writeFileAtomically(path, QByteArray(bytes.data(), static_cast<int>(bytes.size())));
+}
+
+pugi::xml_parse_result loadXml(pugi::xml_document &doc, const QString &path, unsigned int options)
+{
+    return doc.load_file(QFile::encodeName(path).constData(), options, pugi::encoding_auto);
+}
+
+void readSectionRows(QIODevice &device, const QString &inputMarker, const QString &outputMarker,
+                     const std::function<void(BiBo, const QString &)> &onRow)
+{
+    QTextStream stream(&device);
+    useFileEncoding(stream);
+    bool inSection = false;
+    BiBo section = BusInput;
+    QString line;
+    while (stream.readLineInto(&line)) {
+        const QString row = line.trimmed();
+        if (row.isEmpty())
+            continue;
+        if (row.contains(inputMarker)) {
+            inSection = true;
+            section = BusInput;
+        } else if (row.contains(outputMarker)) {
+            inSection = true;
+            section = BusOutput;
+        } else if (inSection) {
+            onRow(section, row);
+        }
+    }
+}
+
+} // namespace configio

@@ -1,0 +1,43 @@
+#pragma once
+
+// Helpers that every configuration file format shares.
+
+#include "FieldbusTypes.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <pugixml.hpp>
+
+#include <functional>
+
+class QIODevice;
+class QTextStream;
+
+namespace configio {
+
+// `value` with blanks appended up to `width`; a longer value stays whole.
+QString padRight(const QString &value, int width);
+
+// Sets the encoding of the line-oriented files: UTF-8 without byte-order mark.
+void useFileEncoding(QTextStream &stream);
+
+// Replaces `path` by `bytes` atomically: readers never see a half-written file,
+// and a failed write keeps the earlier file.
+bool writeFileAtomically(const QString &path, const QByteArray &bytes);
+
+// Serialises `doc` in memory with the given pugixml options, then commits it
+// with writeFileAtomically.
+bool saveXml(const pugi::xml_document &doc, const QString &path, const char *indent,
+             unsigned int flags, pugi::xml_encoding encoding);
+
+// Loads `path` (a Qt path) with the given parse options.
+pugi::xml_parse_result loadXml(pugi::xml_document &doc, const QString &path, unsigned int options);
+
+// Walks a two-section line file ("#System_Input:"/"#System_Output:" and alike):
+// every trimmed non-empty line after a section marker goes to `onRow` with the
+// section's direction; lines before the first marker are ignored.
+void readSectionRows(QIODevice &device, const QString &inputMarker, const QString &outputMarker,
+                     const std::function<void(BiBo, const QString &)> &onRow);
+
+} // namespace configio

@@ -1,0 +1,81 @@
+#include "BusFileDataManager.h"
+
+#include "ConfigFileIo.h"
+#include "DataAccess.h"
+#include "RbxInterface.h"
+#include "UserMessage.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+
+namespace {
+constexpr int managerTransferAttempts = 3;
+constexpr unsigned int managerRetryWaitMs = 100;
+} // namespace
+
+bool BusFileDataManager::getFileFromCtrl(const QString &rdeFilePath, const QString &tpuFilePath)
+{
+    if (!mkpathLocalTPU(tpuFilePath))
+        return false;
+    for (int attempt = 0; attempt < managerTransferAttempts; ++attempt) {
+        if (DataAccess::GetFileFromController2TPU(rdeFilePath, tpuFilePath, false))
+            return true;
+        delay_MSec(managerRetryWaitMs);
+    }
+    getErrorMsg(rdeFilePath);
+    return false;
+}
+
+bool BusFileDataManager::sendFileToCtrl(const QString &rdeFilePath, const QString &tpuFilePath)
+{
+    bool sent = false;
+    for (int attempt = 0; attempt < managerTransferAttempts; ++attempt) {
+        sent = DataAccess::SendFileFromTPU2Controller(tpuFilePath, rdeFilePath, false);
+        if (sent)
+            break;
+        delay_MSec(managerRetryWaitMs);
+    }
+    return sent;
+}
+
+bool BusFileDataManager::loadFileLocal(pugi::xml_document &doc, const QString &tpuFilePath)
+{
+    const QString localized = RtmGetLocalizedFileName(tpuFilePath, false);
+    if (configio::loadXml(doc, localized, pugi::parse_pi))
+        return true;
+
+    qDebug().noquote() << "BusFileDataManager::loadFileLocal() " + tpuFilePath + " failed!";
+    const int slash = tpuFilePath.lastIndexOf(QLatin1Char('/'));
+    const QString fileName = slash < 0 ? QString() : tpuFilePath.mid(slash + 1);
+    showUserMessage(2, tr("Failed to read file :%1!").arg(fileName), 1);
+    return false;
+}
+
+bool BusFileDataManager::openFileLocal(QFile &file)
+{
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qDebug().noquote() << "BusFileDataManager::openFileLocal() open fail: " + curFilePath;
+        return false;
+    }
+    if (file.size() == 0) {
+        qDebug().noquote() << "BusFileDataManager::openFileLocal() file size is zero: " + curFilePath;
+        return false;
+    }
+    return true;
+}
+
+bool BusFileDataManager::mkpathLocalTPU(const QString &tpuFilePath)
+{
+    QStringList parts = tpuFilePath.split(QLatin1Char('/'));
+    if (parts.size() < 2)
+        return true;
+    parts.removeLast();
+    QString folder = parts.join(QLatin1Char('/'));
+    if (folder.startsWith(QLatin1Char('/')) && folder.size() > 1)
+        folder.remove(0, 1);
+    QDir dir(folder);
+    if (dir.exists())
+        return true;
+    return dir.mkpath(folder);
+}

@@ -1,0 +1,31 @@
+// Uses the installed headers and libraries the way a pendant screen would.
+#include <fieldbusconfig/BusFileDataManager.h>
+#include <fieldbusconfig/PendantSim.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+class Screen : public BusObserver
+{
+public:
+    void onFileNotify(FileHandle, const QString &, bool) override { ++calls; }
+    int calls = 0;
+};
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    QTemporaryDir dir;
+    QDir(dir.path()).mkpath("pendant");
+    QDir::setCurrent(dir.path() + "/pendant");
+    pendantsim::setControllerRoot(dir.path() + "/Controller");
+
+    Screen screen;
+    screen.setIsFieldXml(true);
+    BusFileDataManager *manager = BusFileDataManager::getInstance();
+    manager->attach(&screen);
+    manager->detach(&screen);
+    const bool ok = !manager->isFuncInfoNotified("fieldbus") && performanceProtocolNames().size() == 10;
+    return ok ? 0 : 1;
+}
