@@ -92,8 +92,8 @@ bool GetAndSendFile::mkLocalDir(const QString &tpuFilePath)
 {
     const QString fileName = tpuFilePath.split(QLatin1Char('/')).last();
     const QString folder = QString(tpuFilePath).remove(fileName, Qt::CaseSensitive);
-    QDir dir(folder);
-    if (!dir.exists())
+    QDir dir;
+    if (!dir.exists(folder))
         return dir.mkdir(folder);
     return true;
 }
