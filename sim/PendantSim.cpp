@@ -53,7 +53,10 @@ void setLocked(T State::*member, const T &value)
 
 } // namespace
 
-void setControllerRoot(const QString &dir) { setLocked(&State::controllerRoot, dir); }
+void setControllerRoot(const QString &dir)
+{
+    setLocked(&State::controllerRoot, dir);
+}
 
 QString controllerRoot()
 {
@@ -74,10 +77,25 @@ QString controllerFilePath(const QString &rdeFilePath)
     return controllerRoot() + QLatin1Char('/') + relative;
 }
 
-void setConnected(bool connected) { setLocked(&State::connected, connected); }
-bool isConnected() { return locked(&State::connected); }
-void failNextTransfers(int n) { setLocked(&State::failuresDue, n); }
-int transferAttempts() { return locked(&State::attempts); }
+void setConnected(bool connected)
+{
+    setLocked(&State::connected, connected);
+}
+
+bool isConnected()
+{
+    return locked(&State::connected);
+}
+
+void failNextTransfers(int n)
+{
+    setLocked(&State::failuresDue, n);
+}
+
+int transferAttempts()
+{
+    return locked(&State::attempts);
+}
 
 void resetCounters()
 {
@@ -86,17 +104,60 @@ void resetCounters()
     state().reboots = 0;
 }
 
-void setTransferDelayMs(int ms) { setLocked(&State::delayMs, ms); }
-void setLanguageId(int id) { setLocked(&State::languageId, id); }
-int languageId() { return locked(&State::languageId); }
-void setUiStyle(int style) { setLocked(&State::uiStyle, style); }
-int uiStyle() { return locked(&State::uiStyle); }
-void setRteAuthority(bool has) { setLocked(&State::rteAuthority, has); }
-bool rteAuthority() { return locked(&State::rteAuthority); }
-void setRobotRunning(bool running) { setLocked(&State::robotRunning, running); }
-bool robotRunning() { return locked(&State::robotRunning); }
-void setServoOn(bool on) { setLocked(&State::servoOn, on); }
-bool servoOn() { return locked(&State::servoOn); }
+void setTransferDelayMs(int ms)
+{
+    setLocked(&State::delayMs, ms);
+}
+
+void setLanguageId(int id)
+{
+    setLocked(&State::languageId, id);
+}
+
+int languageId()
+{
+    return locked(&State::languageId);
+}
+
+void setUiStyle(int style)
+{
+    setLocked(&State::uiStyle, style);
+}
+
+int uiStyle()
+{
+    return locked(&State::uiStyle);
+}
+
+void setRteAuthority(bool has)
+{
+    setLocked(&State::rteAuthority, has);
+}
+
+bool rteAuthority()
+{
+    return locked(&State::rteAuthority);
+}
+
+void setRobotRunning(bool running)
+{
+    setLocked(&State::robotRunning, running);
+}
+
+bool robotRunning()
+{
+    return locked(&State::robotRunning);
+}
+
+void setServoOn(bool on)
+{
+    setLocked(&State::servoOn, on);
+}
+
+bool servoOn()
+{
+    return locked(&State::servoOn);
+}
 
 void setMsgBoxAnswers(const QList<int> &answers)
 {
@@ -110,8 +171,15 @@ void setMsgBoxHandler(std::function<int(const ShownMessage &)> handler)
     setLocked(&State::handler, handler);
 }
 
-QList<ShownMessage> shownMessages() { return locked(&State::shown); }
-void clearShownMessages() { setLocked(&State::shown, QList<ShownMessage>()); }
+QList<ShownMessage> shownMessages()
+{
+    return locked(&State::shown);
+}
+
+void clearShownMessages()
+{
+    setLocked(&State::shown, QList<ShownMessage>());
+}
 
 int showMessage(const ShownMessage &message)
 {
@@ -127,7 +195,10 @@ int showMessage(const ShownMessage &message)
     return handler(message);
 }
 
-int rebootRequests() { return locked(&State::reboots); }
+int rebootRequests()
+{
+    return locked(&State::reboots);
+}
 
 void recordRebootRequest()
 {

@@ -18,19 +18,38 @@ bool DataAccess::GetFileFromController2TPU(const QString &rdeFilePath, const QSt
 bool DataAccess::SendFileFromTPU2Controller(const QString &tpuFilePath, const QString &rdeFilePath,
                                             bool)
 {
-    return pendantsim::transferFile(tpuFilePath, pendantsim::controllerFilePath(rdeFilePath),
-                                    true);
+    return pendantsim::transferFile(tpuFilePath, pendantsim::controllerFilePath(rdeFilePath), true);
 }
 
-int DataAccess::getLanguageId() { return pendantsim::languageId(); }
-bool DataAccess::hasRteAuthority() { return pendantsim::rteAuthority(); }
-bool DataAccess::isRobotRunning() { return pendantsim::robotRunning(); }
-bool DataAccess::isServoOn() { return pendantsim::servoOn(); }
+int DataAccess::getLanguageId()
+{
+    return pendantsim::languageId();
+}
 
-rbxInterface::rbxInterface(int channel, bool) : m_channel(channel) { }
+bool DataAccess::hasRteAuthority()
+{
+    return pendantsim::rteAuthority();
+}
+
+bool DataAccess::isRobotRunning()
+{
+    return pendantsim::robotRunning();
+}
+
+bool DataAccess::isServoOn()
+{
+    return pendantsim::servoOn();
+}
+
+rbxInterface::rbxInterface(int channel, bool)
+    : m_channel(channel)
+{ }
 rbxInterface::~rbxInterface() = default;
 
-bool rbxInterface::isConnected() const { return pendantsim::isConnected(); }
+bool rbxInterface::isConnected() const
+{
+    return pendantsim::isConnected();
+}
 
 bool rbxInterface::saveFile(bccClientFlashFileSave *request)
 {
@@ -46,8 +65,15 @@ bool rbxInterface::loadFile(bccClientFlashFileLoad *request)
                                         pendantsim::controllerFilePath(request->dstPath), true);
 }
 
-QString RtmGetLocalizedFileName(const QString &path, bool) { return path; }
-int RtmUIStyle() { return pendantsim::uiStyle(); }
+QString RtmGetLocalizedFileName(const QString &path, bool)
+{
+    return path;
+}
+
+int RtmUIStyle()
+{
+    return pendantsim::uiStyle();
+}
 
 SysSettingApi *SysSettingApi::getInstance()
 {
@@ -55,8 +81,15 @@ SysSettingApi *SysSettingApi::getInstance()
     return &instance;
 }
 
-void SysSettingApi::delay_MSec(unsigned int ms) { QThread::msleep(ms); }
-void SysSettingApi::rebootRde(bool, bool) { pendantsim::recordRebootRequest(); }
+void SysSettingApi::delay_MSec(unsigned int ms)
+{
+    QThread::msleep(ms);
+}
+
+void SysSettingApi::rebootRde(bool, bool)
+{
+    pendantsim::recordRebootRequest();
+}
 
 MsgBox::MsgBox(int type, const QString &text, int buttons, bool, bool, int, bool, bool,
                const QString &, const QString &, const QString &)

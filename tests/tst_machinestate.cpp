@@ -41,13 +41,14 @@ private slots:
         QTest::newRow("editing") << "editing"
                                  << "Weld is in editing mode,\n please exit and try again!" << 0
                                  << 1;
-        QTest::newRow("authority") << "authority" << "Please get the RTE authority, and retry!"
-                                   << 1 << 1;
-        QTest::newRow("running") << "running" << "Please turn off the servo first!" << 1 << 1;
-        QTest::newRow("servo") << "servo" << "Please turn off the servo first!" << 1 << 1;
+        QTest::newRow("authority") << "authority"
+                                   << "Please get the RTE authority, and retry!" << 1 << 1;
+        QTest::newRow("running") << "running"
+                                 << "Please turn off the servo first!" << 1 << 1;
+        QTest::newRow("servo") << "servo"
+                               << "Please turn off the servo first!" << 1 << 1;
         QTest::newRow("fetch error") << "fetch error"
-                                     << "Failed to get file from controller:/fa/x.cfg!" << 2
-                                     << 1;
+                                     << "Failed to get file from controller:/fa/x.cfg!" << 2 << 1;
     }
 
     void refusalsShowTheirMessage()
@@ -126,7 +127,8 @@ private slots:
         QCOMPARE(shown[0].type, 0);
         QCOMPARE(shown[0].buttons, 3);
         if (reboots) {
-            QCOMPARE(shown[1].text, QStringLiteral("Please close and reopen the teaching pendant."));
+            QCOMPARE(shown[1].text,
+                     QStringLiteral("Please close and reopen the teaching pendant."));
             QCOMPARE(shown[1].type, 0);
             QCOMPARE(shown[1].buttons, 1);
         }
@@ -175,7 +177,8 @@ private slots:
     {
         BusFileDataManager::rebootRobot(false);
         QCOMPARE(pendantsim::rebootRequests(), 1);
-        QCOMPARE(onlyMessage().text, QStringLiteral("Please close and reopen the teaching pendant."));
+        QCOMPARE(onlyMessage().text,
+                 QStringLiteral("Please close and reopen the teaching pendant."));
         BusFileDataManager::rebootTpu(true);
         QCOMPARE(pendantsim::rebootRequests(), 1);
     }

@@ -103,10 +103,10 @@ private slots:
         QFETCH(int, flag);
         RecordingObserver observers[8];
         void (BusObserver::*setters[8])(bool) = {
-            &BusObserver::setIsFieldXml, &BusObserver::setIsFieldbusCfg,
-            &BusObserver::setIsSignalMap, &BusObserver::setIsGroupIO,
-            &BusObserver::setIsFuncInfo,  &BusObserver::setIsFuncList,
-            &BusObserver::setIsUsedes,    &BusObserver::setIsFuncListMonitor,
+                &BusObserver::setIsFieldXml,  &BusObserver::setIsFieldbusCfg,
+                &BusObserver::setIsSignalMap, &BusObserver::setIsGroupIO,
+                &BusObserver::setIsFuncInfo,  &BusObserver::setIsFuncList,
+                &BusObserver::setIsUsedes,    &BusObserver::setIsFuncListMonitor,
         };
         for (int i = 0; i < 8; ++i) {
             (observers[i].*setters[i])(true);
@@ -193,10 +193,10 @@ private slots:
     {
         QFETCH(QString, key);
         QFETCH(QVector<int>, needed);
-        bool *flags[9] = {&manager->isFieldXmlRead,   &manager->isFieldbusCfgRead,
-                          &manager->isGroupCfgRead,   &manager->isSignalMapRead,
-                          &manager->isUserDesRead,    &manager->isFuncInfoRead,
-                          &manager->isFuncListRead,   &manager->isFuncInfoMonitorRead,
+        bool *flags[9] = {&manager->isFieldXmlRead,       &manager->isFieldbusCfgRead,
+                          &manager->isGroupCfgRead,       &manager->isSignalMapRead,
+                          &manager->isUserDesRead,        &manager->isFuncInfoRead,
+                          &manager->isFuncListRead,       &manager->isFuncInfoMonitorRead,
                           &manager->isFuncListMonitorRead};
         QVERIFY(!manager->isFuncInfoNotified(key));
         // Every needed flag but one is not enough.

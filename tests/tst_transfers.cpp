@@ -41,9 +41,10 @@ public:
     int ticks = 0;
 };
 
-const QByteArray fieldbusList = "<?xml version=\"1.0\"?>\n<FieldbusSettingConfig>\n"
-                                "<Bus name=\"EtherCatSlave\" shortname=\"EthCat\"><enable>1</enable>"
-                                "</Bus>\n</FieldbusSettingConfig>\n";
+const QByteArray fieldbusList =
+        "<?xml version=\"1.0\"?>\n<FieldbusSettingConfig>\n"
+        "<Bus name=\"EtherCatSlave\" shortname=\"EthCat\"><enable>1</enable>"
+        "</Bus>\n</FieldbusSettingConfig>\n";
 
 QString lastMessageText()
 {
@@ -151,8 +152,9 @@ private slots:
         QCOMPARE(shown.size(), 2);
         QCOMPARE(shown[0].type, 2);
         QCOMPARE(shown[0].buttons, 1);
-        QCOMPARE(shown[0].text, QStringLiteral("Failed to get file from controller:"
-                                               "/application/fidbus/fieldbus_config.xml!"));
+        QCOMPARE(shown[0].text,
+                 QStringLiteral("Failed to get file from controller:"
+                                "/application/fidbus/fieldbus_config.xml!"));
         QCOMPARE(shown[1].text, QStringLiteral("Failed to read file :fieldbus_config.xml!"));
     }
 
@@ -293,8 +295,9 @@ private slots:
         pendantsim::failNextTransfers(3);
         QVERIFY(!BusFileDataManager::getFileFromCtrl(RDE_PFS_DES_XML, TPU_PFS_DES_XML));
         QCOMPARE(pendantsim::transferAttempts(), 3);
-        QCOMPARE(lastMessageText(), QStringLiteral("Failed to get file from controller:"
-                                                   "/application/fidbus/pfs_description.xml!"));
+        QCOMPARE(lastMessageText(),
+                 QStringLiteral("Failed to get file from controller:"
+                                "/application/fidbus/pfs_description.xml!"));
 
         pendantsim::resetCounters();
         pendantsim::clearShownMessages();
@@ -313,7 +316,8 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::newRow("in folder") << TPU_FIELDBUS_DIR + "/missing.xml"
                                    << "Failed to read file :missing.xml!";
-        QTest::newRow("no folder") << "missing.xml" << "Failed to read file :!";
+        QTest::newRow("no folder") << "missing.xml"
+                                   << "Failed to read file :!";
     }
 
     void loadFileLocalReportsBareFileName()

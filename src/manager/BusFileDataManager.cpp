@@ -24,7 +24,8 @@ BusFileDataManager *BusFileDataManager::getInstance()
     return _pInstance;
 }
 
-BusFileDataManager::BusFileDataManager() : QObject(nullptr)
+BusFileDataManager::BusFileDataManager()
+    : QObject(nullptr)
 {
     // Lets the list results cross to the GUI thread by queued delivery.
     qRegisterMetaType<QStringList>("QStringList&");
@@ -74,17 +75,55 @@ BusFileDataManager::~BusFileDataManager()
     thread.wait();
 }
 
-void BusFileDataManager::emitGetFieldXml() { emit signalGetFieldbus(); }
-void BusFileDataManager::emitGetFieldbusCfg() { emit signalGetFieldbusCfg(); }
-void BusFileDataManager::emitGetFuncInfo() { emit signalGetFuncInfo(); }
-void BusFileDataManager::emitGetFuncInfoMonitor() { emit signalGetFuncInfoMonitor(); }
-void BusFileDataManager::emitGetGroupIo() { emit signalGetGroupCfg(); }
-void BusFileDataManager::emitGetSignalMap() { emit signalGetSignalMap(); }
-void BusFileDataManager::emitGetUserDes() { emit signalGetUserDes(); }
-void BusFileDataManager::emitGetFuncList() { emit signalGetFuncList(modulePathMapCn.values()); }
+void BusFileDataManager::emitGetFieldXml()
+{
+    emit signalGetFieldbus();
+}
 
-void BusFileDataManager::setIsGetFuncList(bool value) { isGetFuncList = value; }
-void BusFileDataManager::setReadMapFileStatus(bool value) { isSignalMapRead = value; }
+void BusFileDataManager::emitGetFieldbusCfg()
+{
+    emit signalGetFieldbusCfg();
+}
+
+void BusFileDataManager::emitGetFuncInfo()
+{
+    emit signalGetFuncInfo();
+}
+
+void BusFileDataManager::emitGetFuncInfoMonitor()
+{
+    emit signalGetFuncInfoMonitor();
+}
+
+void BusFileDataManager::emitGetGroupIo()
+{
+    emit signalGetGroupCfg();
+}
+
+void BusFileDataManager::emitGetSignalMap()
+{
+    emit signalGetSignalMap();
+}
+
+void BusFileDataManager::emitGetUserDes()
+{
+    emit signalGetUserDes();
+}
+
+void BusFileDataManager::emitGetFuncList()
+{
+    emit signalGetFuncList(modulePathMapCn.values());
+}
+
+void BusFileDataManager::setIsGetFuncList(bool value)
+{
+    isGetFuncList = value;
+}
+
+void BusFileDataManager::setReadMapFileStatus(bool value)
+{
+    isSignalMapRead = value;
+}
 
 void BusFileDataManager::setGetSignalMapLoad(bool value)
 {

@@ -1,16 +1,15 @@
 #include "BusObserver.h"
 
 BusObserver::BusObserver(const BusObserver &other)
-    : isFieldXml(other.isFieldXml),
-      isFieldbusCfg(other.isFieldbusCfg),
-      isSignalMap(other.isSignalMap),
-      isGroupIO(other.isGroupIO),
-      isFuncInfo(other.isFuncInfo),
-      isFuncList(other.isFuncList),
-      isUsedes(other.isUsedes),
-      isFuncListMonitor(other.isFuncListMonitor)
-{
-}
+    : isFieldXml(other.isFieldXml)
+    , isFieldbusCfg(other.isFieldbusCfg)
+    , isSignalMap(other.isSignalMap)
+    , isGroupIO(other.isGroupIO)
+    , isFuncInfo(other.isFuncInfo)
+    , isFuncList(other.isFuncList)
+    , isUsedes(other.isUsedes)
+    , isFuncListMonitor(other.isFuncListMonitor)
+{ }
 
 BusObserver &BusObserver::operator=(const BusObserver &other)
 {

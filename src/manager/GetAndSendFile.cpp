@@ -27,7 +27,8 @@ QString functionListLocalPath(const QString &rdeFilePath)
 
 } // namespace
 
-GetAndSendFile::GetAndSendFile(QObject *parent) : QObject(parent)
+GetAndSendFile::GetAndSendFile(QObject *parent)
+    : QObject(parent)
 {
     // Lets the result signals cross to the manager's thread by queued delivery.
     qRegisterMetaType<QString>("QString&");
@@ -38,7 +39,10 @@ GetAndSendFile::GetAndSendFile(QObject *parent) : QObject(parent)
         qDebug().noquote() << "GetAndSendFile:: tpu path is not exit" << TPU_FIELDBUS_DIR;
 }
 
-GetAndSendFile::~GetAndSendFile() { delete rbx; }
+GetAndSendFile::~GetAndSendFile()
+{
+    delete rbx;
+}
 
 rbxInterface *GetAndSendFile::connection()
 {
@@ -159,11 +163,13 @@ bool GetAndSendFile::fetchListFiles(const QStringList &paths, bool &fetched, boo
         const QString localPath = functionListLocalPath(path);
         bool ok = false;
         if (localPath.isEmpty()) {
-            qDebug().noquote() << "GetAndSendFile::slotGetFuncListXml refused path outside the working folder"
-                     << path;
+            qDebug().noquote()
+                    << "GetAndSendFile::slotGetFuncListXml refused path outside the working folder"
+                    << path;
         } else {
             if (!mkLocalDir(localPath)) {
-                qDebug().noquote() << "GetAndSendFile::slotGetFuncListXml tpu path is not exit" << localPath;
+                qDebug().noquote()
+                        << "GetAndSendFile::slotGetFuncListXml tpu path is not exit" << localPath;
                 return false;
             }
             ok = getFileFromCtrl(localPath, path);
@@ -209,12 +215,22 @@ void GetAndSendFile::slotSendSignalMapCfg(const QString &tpuFilePath, const QStr
     sendAndNotify(tpuFilePath, rdeFilePath);
 }
 
-void GetAndSendFile::slotSendGroupCfg() { sendAndNotify(TPU_GROUP_CFG, RDE_GROUP_CFG); }
-void GetAndSendFile::slotSendFieldbus() { sendAndNotify(TPU_FIELDBUS_XML, RDE_FIELDBUS_XML); }
+void GetAndSendFile::slotSendGroupCfg()
+{
+    sendAndNotify(TPU_GROUP_CFG, RDE_GROUP_CFG);
+}
+
+void GetAndSendFile::slotSendFieldbus()
+{
+    sendAndNotify(TPU_FIELDBUS_XML, RDE_FIELDBUS_XML);
+}
 
 void GetAndSendFile::slotSendFieldbusCfg()
 {
     sendAndNotify(TPU_FIELDBUS_CFG_XML, RDE_FIELDBUS_CFG_XML);
 }
 
-void GetAndSendFile::slotsignalUserDes() { sendAndNotify(TPU_USER_DES_XML, RDE_USER_DES_XML); }
+void GetAndSendFile::slotsignalUserDes()
+{
+    sendAndNotify(TPU_USER_DES_XML, RDE_USER_DES_XML);
+}

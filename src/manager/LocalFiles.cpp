@@ -59,7 +59,8 @@ bool BusFileDataManager::openFileLocal(QFile &file)
         return false;
     }
     if (file.size() == 0) {
-        qDebug().noquote() << "BusFileDataManager::openFileLocal() file size is zero: " + curFilePath;
+        qDebug().noquote() << "BusFileDataManager::openFileLocal() file size is zero: "
+                        + curFilePath;
         return false;
     }
     return true;

@@ -1,6 +1,9 @@
 #include "BusFileDataManager.h"
 
-void BusFileDataManager::attach(BusObserver *observer) { observers.append(observer); }
+void BusFileDataManager::attach(BusObserver *observer)
+{
+    observers.append(observer);
+}
 
 void BusFileDataManager::detach(BusObserver *observer)
 {

@@ -16,8 +16,8 @@ bool BusFileDataManager::isEditable()
 {
     if (_editMapModuName.isEmpty())
         return true;
-    showUserMessage(0, tr("%1 is in editing mode,\n please exit and try again!").arg(_editMapModuName),
-                    1);
+    showUserMessage(
+            0, tr("%1 is in editing mode,\n please exit and try again!").arg(_editMapModuName), 1);
     return false;
 }
 
@@ -100,9 +100,15 @@ void BusFileDataManager::delay_BMSec(unsigned int ms)
 {
     QElapsedTimer timer;
     timer.start();
-    while (static_cast<quint32>(timer.elapsed()) < ms) {
-    }
+    while (static_cast<quint32>(timer.elapsed()) < ms) { }
 }
 
-bool BusFileDataManager::isOpenFreeBus() { return isFreeBusOpen; }
-bool BusFileDataManager::isKestraVersion() { return uiStyle == 1; }
+bool BusFileDataManager::isOpenFreeBus()
+{
+    return isFreeBusOpen;
+}
+
+bool BusFileDataManager::isKestraVersion()
+{
+    return uiStyle == 1;
+}

@@ -7,7 +7,8 @@
 #include <QFileInfo>
 #include <QtTest>
 
-TestWorkspace::TestWorkspace() : m_previousDir(QDir::currentPath())
+TestWorkspace::TestWorkspace()
+    : m_previousDir(QDir::currentPath())
 {
     QVERIFY2(m_dir.isValid(), "no temporary folder");
     QDir(m_dir.path()).mkpath(QStringLiteral("pendant"));
@@ -17,10 +18,20 @@ TestWorkspace::TestWorkspace() : m_previousDir(QDir::currentPath())
     resetSimulation();
 }
 
-TestWorkspace::~TestWorkspace() { QDir::setCurrent(m_previousDir); }
+TestWorkspace::~TestWorkspace()
+{
+    QDir::setCurrent(m_previousDir);
+}
 
-QString TestWorkspace::localDir() const { return m_dir.path() + "/Application/fieldbus"; }
-QString TestWorkspace::controllerDir() const { return m_dir.path() + "/Controller"; }
+QString TestWorkspace::localDir() const
+{
+    return m_dir.path() + "/Application/fieldbus";
+}
+
+QString TestWorkspace::controllerDir() const
+{
+    return m_dir.path() + "/Controller";
+}
 
 void TestWorkspace::putControllerFile(const QString &rdeFilePath, const QByteArray &bytes) const
 {
