@@ -216,6 +216,8 @@ private:
 
     bool readFuncInfoXml();
     bool readFuncListXml(QStringList &paths);
+    // Stores the functions of one function-list document under its module.
+    void parseFuncListXml(const pugi::xml_document &doc);
     bool readAppParaXml();
     bool readFuncInfoXmlMonitor();
     bool readFuncListXmlMonitor(QStringList &paths);
@@ -247,6 +249,8 @@ private:
     static int powerOfTwo(int value);
 
     // ---- mapping edits ----
+    // Index of a direction's mapping tables: any value but input selects output.
+    static int mapIndex(BiBo dir);
     void modifyMapInfo(QVector<FuncAndMapInfo> rows, QVector<FuncAndMapInfo> &table);
     QStringList getListKey(QVector<FuncAndMapInfo> &rows);
 
@@ -304,8 +308,8 @@ private:
     QStringList busShortNames;
 
     // ---- function information and function lists ----
-    QMap<QString, QString> moduleNameMap;   // English name -> Chinese name
-    QMap<QString, QString> modulePathMap;   // display name -> list path
+    QMap<QString, QString> moduleNameMap; // English name -> Chinese name
+    QMap<QString, QString> modulePathMap; // display name -> list path
     QMap<QString, QString> modulePathMapCn; // Chinese name -> list path
     QStringList moduleList;
     QHash<QString, QVector<QVector<FuncAndMapInfo>>> funcListMap;
@@ -315,7 +319,7 @@ private:
     QMap<QString, QVector<QVector<FuncAndMapInfo>>> funcListMonitorMap;
 
     // ---- signal mapping, indexed by BiBo ----
-    QVector<FuncAndMapInfo> mapList[2];     // working copy the screens edit
+    QVector<FuncAndMapInfo> mapList[2]; // working copy the screens edit
     QVector<FuncAndMapInfo> readMapList[2]; // committed copy
     QVector<FuncAndMapInfo> writeMapList[2]; // what the writer writes; import results
     QMap<QString, QVector<FuncAndMapInfo>> busMap[2];
@@ -335,8 +339,8 @@ private:
     QMap<QString, QVector<FuncAndMapInfo>> imBusMap[2];
     QStringList imModuleList;
     QList<FuncAndMapInfo> conflictMapList[2]; // imported rows taking another function's address
-    QList<FuncAndMapInfo> remapList[2];       // imported rows of functions mapped elsewhere
-    QList<FuncAndMapInfo> presentMapList[2];  // present rows of those functions
+    QList<FuncAndMapInfo> remapList[2]; // imported rows of functions mapped elsewhere
+    QList<FuncAndMapInfo> presentMapList[2]; // present rows of those functions
     // Functions that compete for addresses, function name -> address (-1: none).
     QVector<QMap<QString, int>> conflictDatas;
 

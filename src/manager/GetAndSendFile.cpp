@@ -13,16 +13,28 @@ namespace {
 constexpr int transferAttempts = 10;
 constexpr unsigned long retryWaitMs = 100;
 
+// The folder that holds a local file: the path with every occurrence of the
+// file name removed, so a folder bearing the file's own name loses it too.
+QString localFolderOf(const QString &tpuFilePath)
+{
+    const QString fileName = tpuFilePath.split(QLatin1Char('/')).last();
+    return QString(tpuFilePath).remove(fileName, Qt::CaseSensitive);
+}
+
 // The local copy of a function list: working folder, the list's controller
-// folder and its file name. Empty when the controller path would lead the
-// copy out of the working folder.
+// folder and its file name. Empty when the copy or its folder would leave the
+// working folder (the paths come from a file on the controller).
 QString functionListLocalPath(const QString &rdeFilePath)
 {
     const QStringList parts = rdeFilePath.split(QLatin1Char('/'));
     if (parts.contains(QStringLiteral("..")))
         return QString();
-    return TPU_FIELDBUS_DIR + QLatin1Char('/') + parts.value(parts.size() - 2) + QLatin1Char('/')
-            + parts.last();
+    const QString localPath = TPU_FIELDBUS_DIR + QLatin1Char('/') + parts.value(parts.size() - 2)
+            + QLatin1Char('/') + parts.last();
+    const QString folder = QDir::cleanPath(localFolderOf(localPath));
+    if (folder != TPU_FIELDBUS_DIR && !folder.startsWith(TPU_FIELDBUS_DIR + QLatin1Char('/')))
+        return QString();
+    return localPath;
 }
 
 } // namespace
@@ -94,8 +106,7 @@ bool GetAndSendFile::sendFileToCtrl(const QString &tpuFilePath, const QString &r
 
 bool GetAndSendFile::mkLocalDir(const QString &tpuFilePath)
 {
-    const QString fileName = tpuFilePath.split(QLatin1Char('/')).last();
-    const QString folder = QString(tpuFilePath).remove(fileName, Qt::CaseSensitive);
+    const QString folder = localFolderOf(tpuFilePath);
     QDir dir;
     if (!dir.exists(folder))
         return dir.mkdir(folder);

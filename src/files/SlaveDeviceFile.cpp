@@ -1,0 +1,40 @@
+#include "BusFileDataManager.h"
+
+#include "ConfigFileIo.h"
+
+#include <QDebug>
+
+namespace {
+
+pugi::xml_node endianNode(const pugi::xml_document &doc)
+{
+    return doc.child("fieldBusSlave").child("backend").child("endian");
+}
+
+} // namespace
+
+bool BusFileDataManager::getAndReadFbslave(QString &endian)
+{
+    if (!getFileFromCtrl(RDE_FBSLAVE_CFGX, TPU_FBSLAVE_CFGX))
+        return false;
+    pugi::xml_document doc;
+    if (!loadFileLocal(doc, TPU_FBSLAVE_CFGX))
+        return false;
+    endian = QString::fromUtf8(endianNode(doc).text().get());
+    return true;
+}
+
+bool BusFileDataManager::writeAndSendFbslave(const QString &endian)
+{
+    pugi::xml_document doc;
+    if (!loadFileLocal(doc, TPU_FBSLAVE_CFGX))
+        return false;
+    // Replaces the existing text only: an empty "endian" element stays empty.
+    endianNode(doc).first_child().set_value(endian.toLocal8Bit().constData());
+    if (!configio::saveXml(doc, TPU_FBSLAVE_CFGX, "\t", pugi::format_no_escapes,
+                           pugi::encoding_utf8)) {
+        qDebug().noquote() << "Could not save XML file";
+        return false;
+    }
+    return sendFileToCtrl(RDE_FBSLAVE_CFGX, TPU_FBSLAVE_CFGX);
+}
