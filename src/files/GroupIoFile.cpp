@@ -1,3 +1,202 @@
 #include "BusFileDataManager.h"
 
-bool BusFileDataManager::readGroupCfg() { return false; }
+#include "ConfigFileIo.h"
+
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+
+const QString groupTitle = QStringLiteral("$$ Configuration file with group signals");
+const QString groupInputMarker = QStringLiteral("#Group_Input:");
+const QString groupOutputMarker = QStringLiteral("#Group_Output:");
+constexpr int groupColumnWidth = 16;
+constexpr int groupTypeCount = 3;
+
+// 0 int, 1 float, 2 string (any case); -1 for any other type.
+int groupTypeIndex(const QString &type)
+{
+    static const QStringList names{QStringLiteral("int"), QStringLiteral("float"),
+                                   QStringLiteral("string")};
+    return BusFileDataManager::getWordIndex(names, type);
+}
+
+} // namespace
+
+QMap<QString, GroupInfo> *BusFileDataManager::groupTable(BiBo dir, const QString &type, bool saved)
+{
+    const int typeIndex = groupTypeIndex(type);
+    if (typeIndex < 0)
+        return nullptr;
+    const int dirIndex = dir == BusInput ? BusInput : BusOutput;
+    return saved ? &savedGroupTables[dirIndex][typeIndex] : &curGroupTables[dirIndex][typeIndex];
+}
+
+bool BusFileDataManager::readGroupCfg()
+{
+    curFilePath = TPU_GROUP_CFG;
+    QFile file(TPU_GROUP_CFG);
+    if (!openFileLocal(file))
+        return false;
+    parseGroupFile(file);
+    return true;
+}
+
+void BusFileDataManager::parseGroupFile(QIODevice &device)
+{
+    for (auto &tables : curGroupTables) {
+        for (QMap<QString, GroupInfo> &table : tables)
+            table.clear();
+    }
+    configio::readSectionRows(
+            device, groupInputMarker, groupOutputMarker, [this](BiBo dir, const QString &row) {
+                GroupInfo info;
+                info.type = parseLineByWord(row, QStringLiteral("-Type"));
+                info.address = parseLineByWord(row, QStringLiteral("-Address"));
+                info.fieldBus = parseLineByWord(row, QStringLiteral("-FieldBus"));
+                const QStringList deviceMap =
+                        parseLineByWord(row, QStringLiteral("-DeviceMap")).split(QLatin1Char('-'));
+                if (deviceMap.size() >= 2) {
+                    info.deviceMapHead = deviceMap.at(0);
+                    info.deviceMapTail = deviceMap.at(1);
+                }
+                // The file may hold any type; what is neither int nor float is text.
+                const int typeIndex = groupTypeIndex(info.type);
+                curGroupTables[dir][typeIndex < 0 ? 2 : typeIndex].insert(info.address, info);
+            });
+    // A fresh read is also the saved state.
+    updateGroupData(true);
+}
+
+bool BusFileDataManager::writeSendGroupCfg()
+{
+    QByteArray bytes;
+    QTextStream out(&bytes, QIODevice::WriteOnly);
+    configio::useFileEncoding(out);
+    const auto writeRows = [&out](const QMap<QString, GroupInfo>(&tables)[groupTypeCount]) {
+        for (int type = 0; type < groupTypeCount; ++type) {
+            for (auto it = tables[type].cbegin(); it != tables[type].cend(); ++it) {
+                const GroupInfo &info = it.value();
+                // The key is written, not the record's address.
+                out << "    -Type " << configio::padRight(info.type, groupColumnWidth)
+                    << " -Address " << configio::padRight(it.key(), groupColumnWidth)
+                    << " -FieldBus "
+                    << configio::padRight(info.fieldBus.toUpper(), groupColumnWidth)
+                    << " -DeviceMap "
+                    << configio::padRight(info.deviceMapHead + QLatin1Char('-')
+                                                  + info.deviceMapTail,
+                                          groupColumnWidth)
+                    << '\n';
+            }
+        }
+    };
+    out << groupTitle << "\n\n" << groupInputMarker << '\n';
+    writeRows(curGroupTables[BusInput]);
+    out << '\n' << groupOutputMarker << '\n';
+    writeRows(curGroupTables[BusOutput]);
+    out.flush();
+    if (!configio::writeFileAtomically(TPU_GROUP_CFG, bytes))
+        return false;
+    emit signalSendGroupCfg();
+    return true;
+}
+
+QVector<GroupInfo> BusFileDataManager::getBusGroupInfo(QString bus, BiBo dir, QString type,
+                                                       bool saved)
+{
+    QVector<GroupInfo> groups;
+    const QMap<QString, GroupInfo> *table = groupTable(dir, type, saved);
+    if (!table)
+        return groups;
+    // Group keys such as "group_mtcp" name the bus after the first "_".
+    const QStringList parts = bus.split(QLatin1Char('_'));
+    const QString busName = parts.size() > 1 ? parts.at(1) : bus;
+    for (const GroupInfo &info : *table) {
+        if (info.fieldBus.compare(busName, Qt::CaseInsensitive) == 0)
+            groups.append(info);
+    }
+    return groups;
+}
+
+QMap<QString, GroupInfo> BusFileDataManager::getAllGroupInfo(BiBo dir, QString type)
+{
+    const QMap<QString, GroupInfo> *table = groupTable(dir, type, true);
+    return table ? *table : QMap<QString, GroupInfo>();
+}
+
+void BusFileDataManager::setGroupInfo(const GroupInfo &info, const QString &type, BiBo dir)
+{
+    if (QMap<QString, GroupInfo> *table = groupTable(dir, type, false))
+        setModifyGroupInfo(*table, info);
+}
+
+void BusFileDataManager::setModifyGroupInfo(QMap<QString, GroupInfo> &table, const GroupInfo &info)
+{
+    const bool isDeletion = info.deviceMapHead == QLatin1String("-1");
+    const auto it = table.find(info.address);
+    if (it != table.end()) {
+        if (isDeletion) {
+            setGroupBusTypeChange(it->fieldBus, QString());
+            table.erase(it);
+        } else {
+            setGroupBusTypeChange(it->fieldBus, info.fieldBus);
+            *it = info;
+        }
+    } else if (!isDeletion) {
+        setGroupBusTypeChange(QString(), info.fieldBus);
+        table.insert(info.address, info);
+    }
+}
+
+void BusFileDataManager::setGroupBusTypeChange(const QString &oldBus, const QString &newBus)
+{
+    for (const QString &bus : {oldBus, newBus}) {
+        const int index = getBusIndex(bus);
+        if (index != -1 && !busTypeChange.contains(index))
+            busTypeChange.append(index);
+    }
+}
+
+QVector<int> BusFileDataManager::getBusTypeChange()
+{
+    return busTypeChange;
+}
+
+void BusFileDataManager::clearBusTypeChange()
+{
+    busTypeChange.clear();
+}
+
+bool BusFileDataManager::isGroupDataChange()
+{
+    for (int dir = BusInput; dir <= BusOutput; ++dir) {
+        for (int type = 0; type < groupTypeCount; ++type) {
+            if (isGroupCurDataChange(curGroupTables[dir][type], savedGroupTables[dir][type]))
+                return true;
+        }
+    }
+    return false;
+}
+
+bool BusFileDataManager::isGroupCurDataChange(const QMap<QString, GroupInfo> &current,
+                                              const QMap<QString, GroupInfo> &saved)
+{
+    if (current.size() != saved.size())
+        return true;
+    for (auto it = current.cbegin(); it != current.cend(); ++it) {
+        const auto other = saved.constFind(it.key());
+        if (other == saved.cend() || it->fieldBus != other->fieldBus)
+            return true;
+        // The halves are compared joined, so 1-23 and 12-3 count as the same map.
+        if (it->deviceMapHead + it->deviceMapTail != other->deviceMapHead + other->deviceMapTail)
+            return true;
+    }
+    return false;
+}
+
+void BusFileDataManager::getGroupInfoBydType(bool second, const QMap<QString, GroupInfo> &a,
+                                             const QMap<QString, GroupInfo> &b,
+                                             QMap<QString, GroupInfo> &out)
+{
+    out = second ? b : a;
+}

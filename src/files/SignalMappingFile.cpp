@@ -1,7 +1,118 @@
 #include "BusFileDataManager.h"
 
-bool BusFileDataManager::readSignalMapCfg() { return false; }
-void BusFileDataManager::parseSignalMapByBus(const QVector<FuncAndMapInfo> &, QMap<QString, QVector<FuncAndMapInfo>> &byBus) { byBus.clear(); }
+#include "ConfigFileIo.h"
+
+#include <QFile>
+#include <QHash>
+#include <QTextStream>
+
+namespace {
+
+const QString signalMapTitle = QStringLiteral("$$ Configuration file with fieldbus signals");
+const QString systemInputMarker = QStringLiteral("#System_Input:");
+const QString systemOutputMarker = QStringLiteral("#System_Output:");
+
+// Width kinds of insertSignalMapCfg.
+enum SignalMapWidth { NameWidth = 1, ShortWidth = 2, WideWidth = 0 };
+
+QString signalMapLine(const FuncAndMapInfo &info, BiBo section)
+{
+    const bool isBool = info.type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0;
+    const QString type = section == BusInput ? info.type.toLower() : info.type;
+    QString line = QStringLiteral("    -Module ")
+            + BusFileDataManager::insertSignalMapCfg(info.module, WideWidth)
+            + QStringLiteral(" -Name ")
+            + BusFileDataManager::insertSignalMapCfg(info.name, NameWidth)
+            + QStringLiteral(" -Type ") + BusFileDataManager::insertSignalMapCfg(type, ShortWidth)
+            + QStringLiteral(" -FieldBus ")
+            + BusFileDataManager::insertSignalMapCfg(info.fieldBus.toUpper(), WideWidth)
+            + QStringLiteral(" -Address ")
+            + BusFileDataManager::insertSignalMapCfg(info.address, ShortWidth);
+    if (!isBool)
+        return line;
+    if (section == BusInput) {
+        line += QStringLiteral(" -FilterTime ")
+                + BusFileDataManager::insertSignalMapCfg(info.filterTime, ShortWidth);
+    }
+    return line + QStringLiteral(" -Invert ")
+            + BusFileDataManager::insertSignalMapCfg(info.invert, ShortWidth);
+}
+
+} // namespace
+
+QString BusFileDataManager::parseLineByWord(const QString &line, const QString &keyword)
+{
+    const QStringList words = line.simplified().split(QLatin1Char(' '));
+    const int at = words.indexOf(keyword);
+    if (at < 0 || at + 1 >= words.size())
+        return QStringLiteral("0");
+    return words.at(at + 1);
+}
+
+void BusFileDataManager::parseSignalMap(const QString &line, QVector<FuncAndMapInfo> &out)
+{
+    FuncAndMapInfo info;
+    info.module = parseLineByWord(line, QStringLiteral("-Module"));
+    info.name = parseLineByWord(line, QStringLiteral("-Name"));
+    info.type = parseLineByWord(line, QStringLiteral("-Type"));
+    info.fieldBus = parseLineByWord(line, QStringLiteral("-FieldBus")).toLower();
+    info.address = parseLineByWord(line, QStringLiteral("-Address"));
+    info.filterTime = parseLineByWord(line, QStringLiteral("-FilterTime"));
+    info.invert = parseLineByWord(line, QStringLiteral("-Invert"));
+    out.append(info);
+}
+
+bool BusFileDataManager::readSignalMapCfg()
+{
+    curFilePath = TPU_SIGNAL_MAP_CFG;
+    QFile file(TPU_SIGNAL_MAP_CFG);
+    if (!openFileLocal(file))
+        return false;
+    parseSignalMapFile(file);
+    return true;
+}
+
+void BusFileDataManager::parseSignalMapFile(QIODevice &device)
+{
+    for (int dir = BusInput; dir <= BusOutput; ++dir) {
+        readMapList[dir].clear();
+        mapList[dir].clear();
+        busMap[dir].clear();
+    }
+    configio::readSectionRows(
+            device, systemInputMarker, systemOutputMarker,
+            [this](BiBo dir, const QString &row) { parseSignalMap(row, readMapList[dir]); });
+    for (int dir = BusInput; dir <= BusOutput; ++dir) {
+        mapList[dir] = readMapList[dir];
+        parseSignalMapByBus(readMapList[dir], busMap[dir]);
+    }
+}
+
+void BusFileDataManager::parseSignalMapByBus(const QVector<FuncAndMapInfo> &list,
+                                             QMap<QString, QVector<FuncAndMapInfo>> &byBus)
+{
+    byBus.clear();
+    // Keys by their case-folded text, so that one pass over the list serves
+    // every key however long the bus list is.
+    QHash<QString, QStringList> keysByFolded;
+    const auto addKey = [&keysByFolded](const QString &key) {
+        QStringList &keys = keysByFolded[key.toCaseFolded()];
+        if (!keys.contains(key))
+            keys.append(key);
+    };
+    for (const QString &shortName : qAsConst(busShortNames))
+        addKey(QStringLiteral("group_") + shortName);
+    for (const QString &shortName : qAsConst(busShortNames))
+        addKey(shortName);
+
+    for (const FuncAndMapInfo &info : list) {
+        const auto keys = keysByFolded.constFind(info.fieldBus.toCaseFolded());
+        if (keys == keysByFolded.constEnd())
+            continue;
+        for (const QString &key : *keys)
+            byBus[key].append(info);
+    }
+}
 
 int BusFileDataManager::getWordIndex(const QStringList &words, const QString &word)
 {
@@ -10,4 +121,41 @@ int BusFileDataManager::getWordIndex(const QStringList &words, const QString &wo
             return i;
     }
     return -1;
+}
+
+QString BusFileDataManager::insertSignalMapCfg(QString value, int widthKind)
+{
+    const int width = widthKind == NameWidth ? 32 : widthKind == ShortWidth ? 8 : 16;
+    return configio::padRight(value, width);
+}
+
+bool BusFileDataManager::writeSendSignalMapCfg(const QString &localPath,
+                                               const QString &controllerPath)
+{
+    if (!mkpathLocalTPU(localPath))
+        return false;
+    // Only the standard file is written from the working lists; other paths
+    // get the lists handed over by setMapData.
+    const bool isStandard = localPath == TPU_SIGNAL_MAP_CFG;
+    const QVector<FuncAndMapInfo> *lists = isStandard ? mapList : writeMapList;
+
+    QByteArray bytes;
+    QTextStream out(&bytes, QIODevice::WriteOnly);
+    configio::useFileEncoding(out);
+    out << signalMapTitle << "\n\n" << systemInputMarker << '\n';
+    for (const FuncAndMapInfo &info : lists[BusInput])
+        out << signalMapLine(info, BusInput) << '\n';
+    out << '\n' << systemOutputMarker << '\n';
+    for (const FuncAndMapInfo &info : lists[BusOutput])
+        out << signalMapLine(info, BusOutput) << '\n';
+    out.flush();
+    if (!configio::writeFileAtomically(localPath, bytes))
+        return false;
+
+    if (isStandard) {
+        writeMapList[BusInput] = mapList[BusInput];
+        writeMapList[BusOutput] = mapList[BusOutput];
+        emit signalSendSignalMap(localPath, controllerPath);
+    }
+    return true;
 }
