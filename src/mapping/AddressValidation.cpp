@@ -1,6 +1,274 @@
 #include "BusFileDataManager.h"
 
+#include <QHostAddress>
+#include <QRegExp>
+
+#include <algorithm>
 #include <cmath>
+
+namespace {
+
+const QString okText = QStringLiteral("ok");
+
+// First and last address of a "first,last" range; -1 where a bound is not given.
+struct AddressRange
+{
+    int first = -1;
+    int last = -1;
+};
+
+AddressRange parseRange(const QString &range)
+{
+    const QStringList parts = range.split(QLatin1Char(','));
+    AddressRange result;
+    if (!parts.isEmpty())
+        result.first = parts.at(0).toInt(nullptr, 10);
+    if (parts.size() > 1)
+        result.last = parts.at(1).toInt(nullptr, 10);
+    return result;
+}
+
+bool rangeOverlapsGroup(const AddressRange &range, const GroupInfo &group)
+{
+    const int groupFirst = group.deviceMapHead.toInt(nullptr, 10);
+    const int groupLast = group.deviceMapTail.toInt(nullptr, 10);
+    const int s = range.first;
+    const int e = range.last;
+    if (s == -1 && e == -1)
+        return false;
+    if (s == -1)
+        return groupFirst <= e && e <= groupLast;
+    if (e == -1)
+        return groupFirst <= s && s <= groupLast;
+    return (s <= groupFirst && e >= groupFirst) || (e >= groupLast && s <= groupLast)
+            || (s >= groupFirst && e <= groupLast);
+}
+
+// Type index of a count: bool, int, then every other type.
+int countTypeIndex(const QString &type)
+{
+    if (type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0)
+        return 0;
+    if (type.compare(QLatin1String("int"), Qt::CaseInsensitive) == 0)
+        return 1;
+    return 2;
+}
+
+// Last address of every function name among the rows, in the form the
+// conflict collection stores.
+QHash<QString, int> lastAddressByName(const QVector<FuncAndMapInfo> &rows)
+{
+    QHash<QString, int> addresses;
+    addresses.reserve(rows.size());
+    for (const FuncAndMapInfo &row : rows)
+        addresses.insert(row.name, row.address.toInt(nullptr, 10));
+    return addresses;
+}
+
+} // namespace
+
+QString BusFileDataManager::isAddressValid(const QString &bus, BiBo dir, QString type, int address)
+{
+    if (address == -1)
+        return okText;
+    QMap<QString, QVector<FuncAndMapInfo>> byBus;
+    parseSignalMapByBus(mapList[mapIndex(dir)], byBus);
+    const QVector<FuncAndMapInfo> rows = byBus.value(bus);
+    for (const FuncAndMapInfo &row : rows) {
+        if (row.type.contains(type, Qt::CaseInsensitive)
+            && row.address.toInt(nullptr, 10) == address)
+            return getCurLanguageModuName(row.module);
+    }
+    return okText;
+}
+
+QString BusFileDataManager::isGroupAddrValid(const QString &bus, BiBo dir, QString range)
+{
+    const AddressRange bounds = parseRange(range);
+    if (bounds.last == -1)
+        return okText;
+    QMap<QString, QVector<FuncAndMapInfo>> byBus;
+    parseSignalMapByBus(mapList[mapIndex(dir)], byBus);
+    const QVector<FuncAndMapInfo> rows = byBus.value(bus);
+    for (const FuncAndMapInfo &row : rows) {
+        if (!row.type.contains(QLatin1String("bool"), Qt::CaseInsensitive))
+            continue;
+        const int address = row.address.toInt(nullptr, 10);
+        if (bounds.first <= address && address <= bounds.last)
+            return row.address;
+    }
+    return okText;
+}
+
+QString BusFileDataManager::isAddressGroupValid(const QString &bus, BiBo dir,
+                                                const QString &groupKey, const QString &groupNumber,
+                                                const QString &range, bool saved)
+{
+    const AddressRange bounds = parseRange(range);
+
+    QString busName = bus;
+    if (bus.contains(QLatin1String("group"), Qt::CaseInsensitive)) {
+        const QStringList parts = bus.split(QLatin1Char('-'));
+        if (parts.size() > 1)
+            busName = parts.at(1);
+    }
+
+    QString selector = groupKey;
+    QString type = groupKey;
+    if (groupKey.contains(QLatin1Char(','))) {
+        const QStringList parts = groupKey.split(QLatin1Char(','));
+        selector = parts.value(0);
+        if (parts.size() > 1)
+            type = parts.at(1);
+    }
+
+    const QVector<GroupInfo> groups = getBusGroupInfo(busName, dir, selector, saved);
+    for (const GroupInfo &group : groups) {
+        // The group being edited may keep its own range.
+        if (group.type.compare(type, Qt::CaseInsensitive) == 0 && group.address == groupNumber)
+            continue;
+        if (rangeOverlapsGroup(bounds, group))
+            return group.address;
+    }
+    return okText;
+}
+
+QString BusFileDataManager::isGroupIdExist(const QString &bus, BiBo dir, QString selector,
+                                           int groupNumber, bool saved)
+{
+    if (groupNumber == -1)
+        return okText;
+    const QVector<GroupInfo> groups = getBusGroupInfo(bus, dir, selector, saved);
+    for (const GroupInfo &group : groups) {
+        if (group.address.toInt(nullptr, 10) == groupNumber)
+            return okText;
+    }
+    return QString();
+}
+
+QString BusFileDataManager::isConflict(const QString &bus, const QString &module,
+                                       const QString &funcKey, int)
+{
+    if (conflictDatas.isEmpty())
+        return QString();
+    const bool held =
+            std::any_of(conflictDatas.cbegin(), conflictDatas.cend(),
+                        [&](const QMap<QString, int> &entry) { return entry.contains(funcKey); });
+    if (!held)
+        return QString();
+
+    addConflictData(bus);
+
+    for (const QMap<QString, int> &entry : qAsConst(conflictDatas)) {
+        if (!entry.contains(funcKey))
+            continue;
+        bool otherMapped = false;
+        for (auto it = entry.cbegin(); it != entry.cend() && !otherMapped; ++it)
+            otherMapped = it.key() != funcKey && it.value() != -1;
+        if (!otherMapped)
+            continue;
+        QString names;
+        for (auto it = entry.cbegin(); it != entry.cend(); ++it)
+            names += getFuncNameCn(module, it.key());
+        names.chop(1);
+        return names;
+    }
+    return QString();
+}
+
+void BusFileDataManager::addConflictData(const QString &bus)
+{
+    const QString groupKey = QStringLiteral("group_") + bus;
+    QMap<QString, QVector<FuncAndMapInfo>> inputByBus;
+    QMap<QString, QVector<FuncAndMapInfo>> outputByBus;
+    parseSignalMapByBus(mapList[BusInput], inputByBus);
+    parseSignalMapByBus(mapList[BusOutput], outputByBus);
+    const QHash<QString, int> inputAddresses =
+            lastAddressByName(inputByBus.value(bus) + inputByBus.value(groupKey));
+    const QHash<QString, int> outputAddresses =
+            lastAddressByName(outputByBus.value(bus) + outputByBus.value(groupKey));
+
+    // Set once for the whole walk: after the first key found in a direction, a
+    // later key missing there keeps its value.
+    bool foundInInput = false;
+    bool foundInOutput = false;
+    for (QMap<QString, int> &entry : conflictDatas) {
+        for (auto it = entry.begin(); it != entry.end(); ++it) {
+            const auto input = inputAddresses.constFind(it.key());
+            if (input != inputAddresses.cend()) {
+                it.value() = input.value();
+                foundInInput = true;
+            }
+            if (!foundInInput)
+                it.value() = -1;
+            const auto output = outputAddresses.constFind(it.key());
+            if (output != outputAddresses.cend()) {
+                it.value() = output.value();
+                foundInOutput = true;
+            }
+            if (!foundInOutput)
+                it.value() = -1;
+        }
+    }
+}
+
+int BusFileDataManager::getBusNum(const QString &bus, BiBo dir, QString type)
+{
+    if (bus.contains(QLatin1String("group"), Qt::CaseInsensitive)) {
+        if (type.contains(QLatin1String("int"), Qt::CaseInsensitive))
+            return 256;
+        if (type.contains(QLatin1String("float"), Qt::CaseInsensitive))
+            return 128;
+        if (type.contains(QLatin1String("string"), Qt::CaseInsensitive))
+            return 8;
+    }
+
+    const int stride = bus.contains(QLatin1String("MBC"), Qt::CaseInsensitive) ? 2 : 3;
+    const qint64 index = qint64(countTypeIndex(type)) * stride + dir;
+
+    // Kind in its order of tests, the record it reads and how many places it uses.
+    struct Kind
+    {
+        const char *kind;
+        const char *record;
+        int places;
+    };
+    static const Kind kinds[] = {
+            {"MTCP", "ModbusUser", 9},
+            {"EthCat", "EthercatUser", 9},
+            {"EIP", "EthernetIPUser", 9},
+            {"PFN", "ProfinetUser", 9},
+            {"ECS", "EthercatUser", 9},
+            {"MBC", "ModbusMasterUser", 9},
+            {"DNS", "DeviceNetSlaveUser", 9},
+            {"ECM", "EcmUser", 2},
+            {"EIM", "EimUser", 2},
+            {"PNM", "PnmUser", 2},
+            {"DNM", "DnmUser", 2},
+    };
+    for (const Kind &kind : kinds) {
+        if (!bus.contains(QLatin1String(kind.kind), Qt::CaseInsensitive))
+            continue;
+        if (index < 0 || index >= kind.places)
+            return 0;
+        return busAddrNumInfo.value(QLatin1String(kind.record)).variableLength[index];
+    }
+    return 0;
+}
+
+bool BusFileDataManager::checkIPv4Format(QString text)
+{
+    QHostAddress address;
+    if (!address.setAddress(text) || address.protocol() != QAbstractSocket::IPv4Protocol)
+        return false;
+    QRegExp pattern(QStringLiteral("^(?:[0-9]{1,3}.){3}[0-9]{1,3}$"), Qt::CaseSensitive,
+                    QRegExp::RegExp);
+    if (!pattern.exactMatch(text))
+        return false;
+    // The address parser also takes short forms such as 1.2.3 and the pattern's
+    // dot takes any separator, so the four parts must be split by dots.
+    return text.split(QLatin1Char('.')).size() == 4;
+}
 
 int BusFileDataManager::powerOfTwo(int value)
 {

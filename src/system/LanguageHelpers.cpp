@@ -1,0 +1,64 @@
+#include "BusFileDataManager.h"
+
+#include <QtGlobal>
+
+namespace {
+const int chineseLanguageId = 3;
+}
+
+QString BusFileDataManager::getBusNameCn(const QString &shortName)
+{
+    // Shown as they stand, not through the translation mechanism.
+    const QHash<QString, QString> names = {
+            {QStringLiteral("mtcp"), QStringLiteral("mtcp从站")},
+            {QStringLiteral("pfn"), QStringLiteral("pfn从站")},
+            {QStringLiteral("ethcat"), QStringLiteral("ethcat从站")},
+            {QStringLiteral("eip"), QStringLiteral("eip从站")},
+            {QStringLiteral("ecm"), QStringLiteral("ethcat主站")},
+            {QStringLiteral("dns"), QStringLiteral("dn从站")},
+            {QStringLiteral("mbc"), QStringLiteral("mtcp主站")},
+            {QStringLiteral("eim"), QStringLiteral("eip主站")},
+            {QStringLiteral("pnm"), QStringLiteral("pfn主站")},
+            {QStringLiteral("dnm"), QStringLiteral("dn主站")},
+    };
+    return names.value(shortName);
+}
+
+QString BusFileDataManager::getCurLanguageModuName(QString moduleName)
+{
+    if (languageId == chineseLanguageId) {
+        const auto it = moduleNameMap.constFind(moduleName);
+        if (it != moduleNameMap.cend())
+            return it.value();
+    }
+    return moduleName;
+}
+
+void BusFileDataManager::parseSelfNameCnEn(QString &nameCn, QString &nameEn)
+{
+    if (!nameCn.contains(QLatin1Char('.')))
+        return;
+    const QStringList parts = nameCn.split(QLatin1Char('.'));
+    nameCn = parts.at(0);
+    nameEn = parts.at(1);
+}
+
+QString BusFileDataManager::getDecimalPointStr(double value, char format, int decimals)
+{
+    QString text = QString::number(value, format, 7);
+    const int point = text.indexOf(QLatin1Char('.'));
+    if (point < 0)
+        return text;
+    // A negative count would cut into the digits before the point.
+    text.truncate(point + 1 + qBound(0, decimals, text.size()));
+    while (text.endsWith(QLatin1Char('0')))
+        text.chop(1);
+    if (text.endsWith(QLatin1Char('.')))
+        text.chop(1);
+    return text;
+}
+
+int BusFileDataManager::getLanguageType()
+{
+    return languageId;
+}
