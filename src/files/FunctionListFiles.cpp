@@ -80,13 +80,21 @@ bool BusFileDataManager::readFuncListXml(QStringList &paths)
     // Only the fieldbus table starts afresh: digital and analog entries of
     // modules that are no longer read stay.
     funcListMap.clear();
-    for (const QString &path : qAsConst(paths)) {
+    return readListDocuments(paths,
+                             [this](const pugi::xml_document &doc) { parseFuncListXml(doc); });
+}
+
+bool BusFileDataManager::readListDocuments(
+        const QStringList &paths, const std::function<void(const pugi::xml_document &)> &parse)
+{
+    // A file that cannot be loaded ends the batch: later files are not read.
+    for (const QString &path : paths) {
         if (path.isEmpty())
             continue;
         pugi::xml_document doc;
         if (!loadFileLocal(doc, path))
             return false;
-        parseFuncListXml(doc);
+        parse(doc);
     }
     return true;
 }

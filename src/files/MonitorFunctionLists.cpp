@@ -19,12 +19,7 @@ bool BusFileDataManager::readFuncListXmlMonitor(QStringList &paths)
     if (paths.isEmpty())
         return false;
     funcListMonitorMap.clear();
-    for (const QString &path : qAsConst(paths)) {
-        if (path.isEmpty())
-            continue;
-        pugi::xml_document doc;
-        if (!loadFileLocal(doc, path))
-            return false;
+    return readListDocuments(paths, [this](const pugi::xml_document &doc) {
         // The monitor shows every digital function, whatever its region or type.
         const QString module = functionlist::moduleKey(doc);
         const pugi::xml_node list = doc.child("FunctionList");
@@ -33,8 +28,7 @@ bool BusFileDataManager::readFuncListXmlMonitor(QStringList &paths)
                                       {functionlist::functionRecords(list.child("Input")),
                                        functionlist::functionRecords(list.child("Output"))});
         }
-    }
-    return true;
+    });
 }
 
 QMap<QString, QVector<QVector<FuncAndMapInfo>>> BusFileDataManager::getAllfuncListsMonitor()

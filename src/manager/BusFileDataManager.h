@@ -10,6 +10,8 @@
 
 #include <pugixml.hpp>
 
+#include <functional>
+
 class QFile;
 class QIODevice;
 class GetAndSendFile;
@@ -218,6 +220,9 @@ private:
     bool readFuncListXml(QStringList &paths);
     // Stores the functions of one function-list document under its module.
     void parseFuncListXml(const pugi::xml_document &doc);
+    // Loads the function-list files in order, handing each to `parse`.
+    bool readListDocuments(const QStringList &paths,
+                           const std::function<void(const pugi::xml_document &)> &parse);
     bool readAppParaXml();
     bool readFuncInfoXmlMonitor();
     bool readFuncListXmlMonitor(QStringList &paths);
