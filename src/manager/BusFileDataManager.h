@@ -281,6 +281,7 @@ private:
     void addConflictData(const QString &bus);
     // Reads a mapping file's sections into the import bus maps.
     bool readImportMapFile(const QString &filePath, const QStringList &modules);
+    void parseImportMapFile(QIODevice &device, const QStringList &modules);
 
     static BusFileDataManager *_pInstance;
     static QHash<QString, QVector<FuncAndMapInfo>> imSelfCraftMapInfo;

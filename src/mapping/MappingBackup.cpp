@@ -1,0 +1,71 @@
+#include "BusFileDataManager.h"
+
+#include "ConfigFileIo.h"
+#include "DataAccess.h"
+
+#include <QDebug>
+#include <QFile>
+
+bool BusFileDataManager::readImportMapFile(const QString &filePath, const QStringList &modules)
+{
+    curFilePath = filePath;
+    QFile file(filePath);
+    if (!openFileLocal(file))
+        return false;
+    parseImportMapFile(file, modules);
+    file.close();
+    return true;
+}
+
+void BusFileDataManager::parseImportMapFile(QIODevice &device, const QStringList &modules)
+{
+    imModuleList = modules;
+    imBusMap[BusInput].clear();
+    imBusMap[BusOutput].clear();
+    configio::readSectionRows(
+            device, QStringLiteral("#System_Input:"), QStringLiteral("#System_Output:"),
+            [this](BiBo dir, const QString &row) { getImBusMapInfo(row, imBusMap[dir]); });
+}
+
+bool BusFileDataManager::copyMapBackup()
+{
+    if (!QFile::exists(TPU_SIGNAL_MAP_CFG)) {
+        qDebug().noquote() << "copyMapBackup() " + TPU_SIGNAL_MAP_CFG + " does not exist!";
+        return false;
+    }
+    if (QFile::exists(TPU_SIGNAL_MAP_BACKUP_CFG) && !QFile::remove(TPU_SIGNAL_MAP_BACKUP_CFG))
+        qDebug().noquote() << "copyMapBackup(): " + TPU_SIGNAL_MAP_BACKUP_CFG
+                        + " remove file failed!";
+    // QFile::copy writes a temporary file beside the target and renames it.
+    if (!QFile::copy(TPU_SIGNAL_MAP_CFG, TPU_SIGNAL_MAP_BACKUP_CFG)) {
+        qDebug().noquote() << "copyMapBackup(): " + TPU_SIGNAL_MAP_BACKUP_CFG
+                        + " Copy file failed!";
+        return false;
+    }
+    return true;
+}
+
+bool BusFileDataManager::readMapParaBackup(const QString &filePath, const QStringList &modules)
+{
+    if (!readImportMapFile(filePath, modules))
+        return false;
+    delIllegalBusMap();
+    return true;
+}
+
+bool BusFileDataManager::delPvMapParaBackup(const QString &filePath, const QStringList &modules)
+{
+    if (!readImportMapFile(filePath, modules))
+        return false;
+    writeMapList[BusInput].clear();
+    writeMapList[BusOutput].clear();
+    getWriteMapData(writeMapList[BusInput], imBusMap[BusInput]);
+    getWriteMapData(writeMapList[BusOutput], imBusMap[BusOutput]);
+    return true;
+}
+
+bool BusFileDataManager::sendMapBackupToCtrl()
+{
+    return DataAccess::SendFileFromTPU2Controller(TPU_SIGNAL_MAP_BACKUP_CFG,
+                                                  RDE_SIGNAL_MAP_BACKUP_CFG, false);
+}
