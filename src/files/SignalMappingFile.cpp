@@ -38,27 +38,40 @@ QString signalMapLine(const FuncAndMapInfo &info, BiBo section)
             + BusFileDataManager::insertSignalMapCfg(info.invert, ShortWidth);
 }
 
-} // namespace
-
-QString BusFileDataManager::parseLineByWord(const QString &line, const QString &keyword)
+// The words of a line: white space trimmed and collapsed, split at blanks.
+QStringList lineWords(const QString &line)
 {
-    const QStringList words = line.simplified().split(QLatin1Char(' '));
+    return line.simplified().split(QLatin1Char(' '));
+}
+
+// The word after the first word equal to `keyword`; "0" when there is none.
+QString wordAfter(const QStringList &words, const QString &keyword)
+{
     const int at = words.indexOf(keyword);
     if (at < 0 || at + 1 >= words.size())
         return QStringLiteral("0");
     return words.at(at + 1);
 }
 
+} // namespace
+
+QString BusFileDataManager::parseLineByWord(const QString &line, const QString &keyword)
+{
+    return wordAfter(lineWords(line), keyword);
+}
+
 void BusFileDataManager::parseSignalMap(const QString &line, QVector<FuncAndMapInfo> &out)
 {
+    // The line is split once for all seven keywords.
+    const QStringList words = lineWords(line);
     FuncAndMapInfo info;
-    info.module = parseLineByWord(line, QStringLiteral("-Module"));
-    info.name = parseLineByWord(line, QStringLiteral("-Name"));
-    info.type = parseLineByWord(line, QStringLiteral("-Type"));
-    info.fieldBus = parseLineByWord(line, QStringLiteral("-FieldBus")).toLower();
-    info.address = parseLineByWord(line, QStringLiteral("-Address"));
-    info.filterTime = parseLineByWord(line, QStringLiteral("-FilterTime"));
-    info.invert = parseLineByWord(line, QStringLiteral("-Invert"));
+    info.module = wordAfter(words, QStringLiteral("-Module"));
+    info.name = wordAfter(words, QStringLiteral("-Name"));
+    info.type = wordAfter(words, QStringLiteral("-Type"));
+    info.fieldBus = wordAfter(words, QStringLiteral("-FieldBus")).toLower();
+    info.address = wordAfter(words, QStringLiteral("-Address"));
+    info.filterTime = wordAfter(words, QStringLiteral("-FilterTime"));
+    info.invert = wordAfter(words, QStringLiteral("-Invert"));
     out.append(info);
 }
 
