@@ -3,6 +3,7 @@
 #include "BusFileDataManager.h"
 #include "GetAndSendFile.h"
 #include "PendantSim.h"
+#include "RecordingObserver.h"
 #include "TestWorkspace.h"
 
 #include <QPointer>
@@ -10,23 +11,6 @@
 #include <QtTest>
 
 namespace {
-
-struct Call
-{
-    FileHandle handle;
-    QString key;
-    bool success;
-};
-
-class RecordingObserver : public BusObserver
-{
-public:
-    void onFileNotify(FileHandle handle, const QString &fileKey, bool isSuccess) override
-    {
-        calls.append({handle, fileKey, isSuccess});
-    }
-    QList<Call> calls;
-};
 
 // Counts GUI event-loop turns, to show that waits keep the pendant responsive.
 class TickCounter
@@ -104,10 +88,8 @@ private slots:
         workspace.putControllerFile(RDE_FIELDBUS_XML, fieldbusList);
         observer.setIsFieldXml(true);
         manager->emitGetFieldXml();
-        QTRY_COMPARE(observer.calls.size(), 1);
-        QCOMPARE(observer.calls[0].handle, FileFetchedAndRead);
-        QCOMPARE(observer.calls[0].key, RDE_FIELDBUS_XML);
-        QVERIFY(observer.calls[0].success);
+        const QString readOk = RecordingObserver::call(FileFetchedAndRead, RDE_FIELDBUS_XML, true);
+        QTRY_COMPARE(observer.calls, QStringList{readOk});
         QVERIFY(manager->isFuncInfoNotified("fieldbus"));
         QCOMPARE(TestWorkspace::readFile(TPU_FIELDBUS_XML), fieldbusList);
         QCOMPARE(pendantsim::transferAttempts(), 1);
@@ -116,8 +98,7 @@ private slots:
         workspace.putControllerFile(RDE_FIELDBUS_XML, "<FieldbusSettingConfig/>");
         manager->busList.clear();
         manager->emitGetFieldXml();
-        QTRY_COMPARE(observer.calls.size(), 2);
-        QVERIFY(observer.calls[1].success);
+        QTRY_COMPARE(observer.calls, (QStringList{readOk, readOk}));
         QCOMPARE(pendantsim::transferAttempts(), 1);
         QCOMPARE(TestWorkspace::readFile(TPU_FIELDBUS_XML), fieldbusList);
         QVERIFY(manager->busList.isEmpty());
@@ -144,9 +125,10 @@ private slots:
         TickCounter counter;
         manager->emitGetFieldbusCfg();
         QTRY_COMPARE_WITH_TIMEOUT(observer.calls.size(), 1, 5000);
+        QCOMPARE(observer.calls[0],
+                 RecordingObserver::call(FileFetchedAndRead, RDE_FIELDBUS_CFG_XML, false));
         QCOMPARE(pendantsim::transferAttempts(), 10);
         QVERIFY2(counter.ticks >= 40, qPrintable(QString::number(counter.ticks)));
-        QVERIFY(!observer.calls[0].success);
         // The fetch failure, then the reader's failure on the missing local copy.
         const QList<pendantsim::ShownMessage> shown = pendantsim::shownMessages();
         QCOMPARE(shown.size(), 2);
@@ -206,8 +188,7 @@ private slots:
         QTRY_COMPARE(observer.calls.size(), 1);
         QCOMPARE(request.count(), 1);
         QVERIFY(request[0][0].toStringList().isEmpty());
-        QCOMPARE(observer.calls[0].key, QStringLiteral("funcList"));
-        QCOMPARE(observer.calls[0].handle, FileFetchedAndRead);
+        QCOMPARE(observer.calls[0], RecordingObserver::call(FileFetchedAndRead, "funcList", false));
     }
 
     void signalMappingIsFetchedAgainOnlyWhenCleared()
@@ -220,7 +201,6 @@ private slots:
         workspace.putControllerFile(RDE_SIGNAL_MAP_CFG, first);
         manager->emitGetSignalMap();
         QTRY_COMPARE(observer.calls.size(), 1);
-        QVERIFY(observer.calls[0].success);
 
         workspace.putControllerFile(RDE_SIGNAL_MAP_CFG, second);
         manager->emitGetSignalMap();
@@ -248,10 +228,9 @@ private slots:
 
         emit manager->signalSendSignalMap(QStringLiteral("elsewhere.cfg"),
                                           QStringLiteral("/elsewhere.cfg"));
-        QTRY_COMPARE(observer.calls.size(), 1);
-        QCOMPARE(observer.calls[0].handle, FileWrittenAndSent);
-        QCOMPARE(observer.calls[0].key, RDE_SIGNAL_MAP_CFG);
-        QVERIFY(observer.calls[0].success);
+        QTRY_COMPARE(
+                observer.calls,
+                QStringList{RecordingObserver::call(FileWrittenAndSent, RDE_SIGNAL_MAP_CFG, true)});
         QCOMPARE(workspace.controllerFile(RDE_SIGNAL_MAP_CFG), content);
         QVERIFY(!QFile::exists(pendantsim::controllerFilePath("/elsewhere.cfg")));
         QCOMPARE(manager->readMapList[BusOutput].value(0).name, QStringLiteral("edited"));
@@ -266,8 +245,9 @@ private slots:
         observer.setIsGroupIO(true);
         pendantsim::setConnected(false);
         emit manager->signalSendGroupCfg();
-        QTRY_COMPARE(observer.calls.size(), 1);
-        QVERIFY(!observer.calls[0].success);
+        const QString sendFailed =
+                RecordingObserver::call(FileWrittenAndSent, RDE_GROUP_CFG, false);
+        QTRY_COMPARE(observer.calls, QStringList{sendFailed});
         QCOMPARE(pendantsim::transferAttempts(), 0);
         QVERIFY(manager->savedGroupTables[BusInput][0].isEmpty()); // not committed
         QVERIFY(pendantsim::shownMessages().isEmpty());
@@ -276,8 +256,7 @@ private slots:
         pendantsim::setConnected(true);
         pendantsim::failNextTransfers(10);
         emit manager->signalSendGroupCfg();
-        QTRY_COMPARE_WITH_TIMEOUT(observer.calls.size(), 2, 5000);
-        QVERIFY(!observer.calls[1].success);
+        QTRY_COMPARE_WITH_TIMEOUT(observer.calls, (QStringList{sendFailed, sendFailed}), 5000);
         QCOMPARE(pendantsim::transferAttempts(), 10);
     }
 
