@@ -127,6 +127,24 @@ void BusFileDataManager::parseSignalMapByBus(const QVector<FuncAndMapInfo> &list
     }
 }
 
+QVector<FuncAndMapInfo> BusFileDataManager::busSignals(const QVector<FuncAndMapInfo> &list,
+                                                       const QString &bus)
+{
+    // Only the keys parseSignalMapByBus makes have an entry there.
+    const QString groupPrefix = QStringLiteral("group_");
+    const bool isKey = busShortNames.contains(bus)
+            || (bus.startsWith(groupPrefix) && busShortNames.contains(bus.mid(groupPrefix.size())));
+    QVector<FuncAndMapInfo> rows;
+    if (!isKey)
+        return rows;
+    const QString folded = bus.toCaseFolded();
+    for (const FuncAndMapInfo &info : list) {
+        if (info.fieldBus.toCaseFolded() == folded)
+            rows.append(info);
+    }
+    return rows;
+}
+
 int BusFileDataManager::getWordIndex(const QStringList &words, const QString &word)
 {
     for (int i = 0; i < words.size(); ++i) {

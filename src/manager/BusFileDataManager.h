@@ -229,6 +229,9 @@ private:
 
     bool readSignalMapCfg();
     void parseSignalMapFile(QIODevice &device);
+    // The entry of `bus` in parseSignalMapByBus's grouping of `list`, without
+    // grouping the other buses.
+    QVector<FuncAndMapInfo> busSignals(const QVector<FuncAndMapInfo> &list, const QString &bus);
 
     bool readGroupCfg();
     void parseGroupFile(QIODevice &device);

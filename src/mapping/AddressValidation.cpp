@@ -71,9 +71,7 @@ QString BusFileDataManager::isAddressValid(const QString &bus, BiBo dir, QString
 {
     if (address == -1)
         return okText;
-    QMap<QString, QVector<FuncAndMapInfo>> byBus;
-    parseSignalMapByBus(mapList[mapIndex(dir)], byBus);
-    const QVector<FuncAndMapInfo> rows = byBus.value(bus);
+    const QVector<FuncAndMapInfo> rows = busSignals(mapList[mapIndex(dir)], bus);
     for (const FuncAndMapInfo &row : rows) {
         if (row.type.contains(type, Qt::CaseInsensitive)
             && row.address.toInt(nullptr, 10) == address)
@@ -87,9 +85,7 @@ QString BusFileDataManager::isGroupAddrValid(const QString &bus, BiBo dir, QStri
     const AddressRange bounds = parseRange(range);
     if (bounds.last == -1)
         return okText;
-    QMap<QString, QVector<FuncAndMapInfo>> byBus;
-    parseSignalMapByBus(mapList[mapIndex(dir)], byBus);
-    const QVector<FuncAndMapInfo> rows = byBus.value(bus);
+    const QVector<FuncAndMapInfo> rows = busSignals(mapList[mapIndex(dir)], bus);
     for (const FuncAndMapInfo &row : rows) {
         if (!row.type.contains(QLatin1String("bool"), Qt::CaseInsensitive))
             continue;
@@ -179,14 +175,10 @@ QString BusFileDataManager::isConflict(const QString &bus, const QString &module
 void BusFileDataManager::addConflictData(const QString &bus)
 {
     const QString groupKey = QStringLiteral("group_") + bus;
-    QMap<QString, QVector<FuncAndMapInfo>> inputByBus;
-    QMap<QString, QVector<FuncAndMapInfo>> outputByBus;
-    parseSignalMapByBus(mapList[BusInput], inputByBus);
-    parseSignalMapByBus(mapList[BusOutput], outputByBus);
-    const QHash<QString, int> inputAddresses =
-            lastAddressByName(inputByBus.value(bus) + inputByBus.value(groupKey));
-    const QHash<QString, int> outputAddresses =
-            lastAddressByName(outputByBus.value(bus) + outputByBus.value(groupKey));
+    const QHash<QString, int> inputAddresses = lastAddressByName(
+            busSignals(mapList[BusInput], bus) + busSignals(mapList[BusInput], groupKey));
+    const QHash<QString, int> outputAddresses = lastAddressByName(
+            busSignals(mapList[BusOutput], bus) + busSignals(mapList[BusOutput], groupKey));
 
     // Set once for the whole walk: after the first key found in a direction, a
     // later key missing there keeps its value.
