@@ -26,6 +26,7 @@ int main(int argc, char **argv)
     BusFileDataManager *manager = BusFileDataManager::getInstance();
     manager->attach(&screen);
     manager->detach(&screen);
-    const bool ok = !manager->isFuncInfoNotified("fieldbus") && performanceProtocolNames().size() == 10;
+    const bool ok =
+            !manager->isFuncInfoNotified("fieldbus") && performanceProtocolNames().size() == 10;
     return ok ? 0 : 1;
 }
