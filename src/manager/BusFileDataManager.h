@@ -154,6 +154,16 @@ public:
     bool readMapParaBackup(const QString &filePath, const QStringList &modules);
     bool delPvMapParaBackup(const QString &filePath, const QStringList &modules);
     bool sendMapBackupToCtrl();
+    // What an import left behind, for tools and screens that report it: the
+    // merged tables of handleImportMapData, the imported rows that survived the
+    // cleaning (by bus key), the imported rows taking another function's
+    // address, the imported rows of functions mapped elsewhere and the present
+    // rows of those functions.
+    QVector<FuncAndMapInfo> getImportResult(BiBo dir) const;
+    QMap<QString, QVector<FuncAndMapInfo>> getImportBusMap(BiBo dir) const;
+    QList<FuncAndMapInfo> getImportAddressCollisions(BiBo dir) const;
+    QList<FuncAndMapInfo> getImportRemappedFunctions(BiBo dir) const;
+    QList<FuncAndMapInfo> getImportPresentRows(BiBo dir) const;
 
     // ---- machine state and restarts ----
     static bool isEditable();

@@ -346,3 +346,28 @@ void BusFileDataManager::setConflictMapInfo(const QList<FuncAndMapInfo> &in,
     conflictMapList[BusInput] = in;
     conflictMapList[BusOutput] = out;
 }
+
+QVector<FuncAndMapInfo> BusFileDataManager::getImportResult(BiBo dir) const
+{
+    return writeMapList[mapIndex(dir)];
+}
+
+QMap<QString, QVector<FuncAndMapInfo>> BusFileDataManager::getImportBusMap(BiBo dir) const
+{
+    return imBusMap[mapIndex(dir)];
+}
+
+QList<FuncAndMapInfo> BusFileDataManager::getImportAddressCollisions(BiBo dir) const
+{
+    return conflictMapList[mapIndex(dir)];
+}
+
+QList<FuncAndMapInfo> BusFileDataManager::getImportRemappedFunctions(BiBo dir) const
+{
+    return remapList[mapIndex(dir)];
+}
+
+QList<FuncAndMapInfo> BusFileDataManager::getImportPresentRows(BiBo dir) const
+{
+    return presentMapList[mapIndex(dir)];
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ConfigSnapshot.h"
+
+// One thing found wrong in a configuration.
+struct CheckFinding
+{
+    // File name relative to the controller, e.g. "application/fidbus/signal_mapping.cfg".
+    QString file;
+    // 1-based line in that file; 0 for the file as a whole.
+    int line = 0;
+    // Stable kind name, e.g. "address-collision"; scripts rely on it.
+    QString kind;
+    // "error" or "warning".
+    QString severity;
+    QString message;
+    // The values involved; empty (direction: -1) where they do not apply.
+    QString bus;
+    int direction = -1;
+    QString module;
+    QString function;
+    QString address;
+    QString group;
+};
+
+// The offline check of a whole configuration: the rules of the address and
+// group validators applied to every row at once, plus whole-file rules. Every
+// rule runs over indexes, never pairwise, so large tables stay quick.
+class FIELDBUSCONFIG_EXPORT ConfigCheck
+{
+public:
+    // Findings sorted by file, then line, then kind.
+    static QVector<CheckFinding> run(const ConfigSnapshot &snapshot);
+
+    static int errorCount(const QVector<CheckFinding> &findings);
+};
