@@ -28,3 +28,8 @@ int ConfigSnapshot::busNum(const QString &, BiBo, const QString &) const
 {
     return 0;
 }
+
+bool ConfigSnapshot::readMappingFile(const QString &, QVector<SnapshotMapping> &)
+{
+    return false;
+}

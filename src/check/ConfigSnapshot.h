@@ -70,6 +70,9 @@ public:
     enum Layout { ControllerLayout, PendantLayout };
 
     static ConfigSnapshot load(const QString &root, Layout layout);
+    // The rows of one file in the signal mapping format (a mapping backup, say),
+    // with their lines; false when it cannot be read.
+    static bool readMappingFile(const QString &path, QVector<SnapshotMapping> &rows);
 
     // Where the file with this controller path lies in the snapshot's folder.
     QString fixedFilePath(const QString &rdeFilePath) const;
