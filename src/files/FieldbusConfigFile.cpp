@@ -1,6 +1,7 @@
 #include "BusFileDataManager.h"
 
 #include "ConfigFileIo.h"
+#include "FileFormats.h"
 #include "UserMessage.h"
 
 #include <QByteArray>
@@ -65,46 +66,9 @@ void setFirstChildValue(pugi::xml_node element, int value)
     element.first_child().set_value(QByteArray::number(value).constData());
 }
 
-} // namespace
-
-bool BusFileDataManager::readFieldbusCfg()
+// One running position over all groups, unlike the per-group stride of writing.
+void readAreaGroups(pugi::xml_node node, int *start, int *stop, int *length)
 {
-    pugi::xml_document doc;
-    if (!loadFileLocal(doc, TPU_FIELDBUS_CFG_XML))
-        return false;
-    parseFieldbusCfg(doc);
-    return true;
-}
-
-void BusFileDataManager::parseFieldbusCfg(const pugi::xml_document &doc)
-{
-    const pugi::xml_node root = doc.child(fieldbusCfgRootName);
-
-    for (const char *name : bitTotalElements) {
-        const pugi::xml_node node = root.child(name);
-        if (!node)
-            continue;
-        BusAddrNumInfo &info = busAddrNumInfo[QLatin1String(name)];
-        parseOtherBusFunNode(node, info);
-        // DeviceNet master totals are taken as they stand.
-        if (qstrcmp(name, "DnmUser") != 0) {
-            info.variableLength[0] = std::min(info.variableLength[0], bitTotalCap);
-            info.variableLength[1] = std::min(info.variableLength[1], bitTotalCap);
-        }
-    }
-
-    for (const char *name : areaGroupElements) {
-        const pugi::xml_node node = root.child(name);
-        if (!node)
-            continue;
-        BusAddrNumInfo &info = busAddrNumInfo[QLatin1String(name)];
-        parseFunNode(node, info.startAddress, info.stopAddress, info.variableLength);
-    }
-}
-
-void BusFileDataManager::parseFunNode(pugi::xml_node node, int *start, int *stop, int *length)
-{
-    // One running position over all groups, unlike the per-group stride of writing.
     int position = 0;
     for (const pugi::xml_node group : node.children()) {
         if (group.type() != pugi::node_element)
@@ -122,10 +86,123 @@ void BusFileDataManager::parseFunNode(pugi::xml_node node, int *start, int *stop
     }
 }
 
-void BusFileDataManager::parseOtherBusFunNode(pugi::xml_node node, BusAddrNumInfo &info)
+void readBitTotals(pugi::xml_node node, BusAddrNumInfo &info)
 {
     info.variableLength[0] = node.child("RoBoolTotal").text().as_int();
     info.variableLength[1] = node.child("WoBoolTotal").text().as_int();
+}
+
+// Type index of a count: bool, int, then every other type.
+int countTypeIndex(const QString &type)
+{
+    if (type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0)
+        return 0;
+    if (type.compare(QLatin1String("int"), Qt::CaseInsensitive) == 0)
+        return 1;
+    return 2;
+}
+
+// A kind of bus name in its order of tests, the record its counts come from
+// and how many places of it are used.
+struct CountKind
+{
+    const char *kind;
+    const char *record;
+    int places;
+};
+
+const CountKind countKinds[] = {
+        {"MTCP", "ModbusUser", 9},
+        {"EthCat", "EthercatUser", 9},
+        {"EIP", "EthernetIPUser", 9},
+        {"PFN", "ProfinetUser", 9},
+        {"ECS", "EthercatUser", 9},
+        {"MBC", "ModbusMasterUser", 9},
+        {"DNS", "DeviceNetSlaveUser", 9},
+        {"ECM", "EcmUser", 2},
+        {"EIM", "EimUser", 2},
+        {"PNM", "PnmUser", 2},
+        {"DNM", "DnmUser", 2},
+};
+
+} // namespace
+
+bool BusFileDataManager::readFieldbusCfg()
+{
+    pugi::xml_document doc;
+    if (!loadFileLocal(doc, TPU_FIELDBUS_CFG_XML))
+        return false;
+    parseFieldbusCfg(doc);
+    return true;
+}
+
+namespace fieldbusareas {
+
+void parse(const pugi::xml_document &doc, QHash<QString, BusAddrNumInfo> &areas)
+{
+    const pugi::xml_node root = doc.child(fieldbusCfgRootName);
+
+    for (const char *name : bitTotalElements) {
+        const pugi::xml_node node = root.child(name);
+        if (!node)
+            continue;
+        BusAddrNumInfo &info = areas[QLatin1String(name)];
+        readBitTotals(node, info);
+        // DeviceNet master totals are taken as they stand.
+        if (qstrcmp(name, "DnmUser") != 0) {
+            info.variableLength[0] = std::min(info.variableLength[0], bitTotalCap);
+            info.variableLength[1] = std::min(info.variableLength[1], bitTotalCap);
+        }
+    }
+
+    for (const char *name : areaGroupElements) {
+        const pugi::xml_node node = root.child(name);
+        if (!node)
+            continue;
+        BusAddrNumInfo &info = areas[QLatin1String(name)];
+        readAreaGroups(node, info.startAddress, info.stopAddress, info.variableLength);
+    }
+}
+
+int busNum(const QHash<QString, BusAddrNumInfo> &areas, const QString &bus, BiBo dir,
+           const QString &type)
+{
+    if (bus.contains(QLatin1String("group"), Qt::CaseInsensitive)) {
+        if (type.contains(QLatin1String("int"), Qt::CaseInsensitive))
+            return 256;
+        if (type.contains(QLatin1String("float"), Qt::CaseInsensitive))
+            return 128;
+        if (type.contains(QLatin1String("string"), Qt::CaseInsensitive))
+            return 8;
+    }
+
+    const int stride = bus.contains(QLatin1String("MBC"), Qt::CaseInsensitive) ? 2 : 3;
+    const qint64 index = qint64(countTypeIndex(type)) * stride + dir;
+    for (const CountKind &kind : countKinds) {
+        if (!bus.contains(QLatin1String(kind.kind), Qt::CaseInsensitive))
+            continue;
+        if (index < 0 || index >= kind.places)
+            return 0;
+        return areas.value(QLatin1String(kind.record)).variableLength[index];
+    }
+    return 0;
+}
+
+} // namespace fieldbusareas
+
+void BusFileDataManager::parseFieldbusCfg(const pugi::xml_document &doc)
+{
+    fieldbusareas::parse(doc, busAddrNumInfo);
+}
+
+void BusFileDataManager::parseFunNode(pugi::xml_node node, int *start, int *stop, int *length)
+{
+    readAreaGroups(node, start, stop, length);
+}
+
+void BusFileDataManager::parseOtherBusFunNode(pugi::xml_node node, BusAddrNumInfo &info)
+{
+    readBitTotals(node, info);
 }
 
 bool BusFileDataManager::writeSendFieldbusCfg()

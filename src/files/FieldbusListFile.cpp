@@ -1,6 +1,7 @@
 #include "BusFileDataManager.h"
 
 #include "ConfigFileIo.h"
+#include "FileFormats.h"
 
 #include <QDebug>
 
@@ -25,12 +26,14 @@ bool BusFileDataManager::readFieldbusXml()
     return parseFieldbusXml(doc);
 }
 
-bool BusFileDataManager::parseFieldbusXml(const pugi::xml_document &doc)
+namespace fieldbuslist {
+
+Contents parse(const pugi::xml_document &doc)
 {
+    Contents contents;
     // The controller's own slave bus is always there, listed or not.
-    busList.clear();
-    busList.append(BusName{QStringLiteral("ModbusTcpSlave"), QStringLiteral("mtcp"), true});
-    busShortNames = QStringList{QStringLiteral("mtcp")};
+    contents.buses.append(BusName{QStringLiteral("ModbusTcpSlave"), QStringLiteral("mtcp"), true});
+    contents.shortNames.append(QStringLiteral("mtcp"));
 
     for (const pugi::xml_node node : doc.child(fieldbusRootName).children()) {
         if (node.type() != pugi::node_element)
@@ -40,14 +43,43 @@ bool BusFileDataManager::parseFieldbusXml(const pugi::xml_document &doc)
         bus.shortName = QString::fromUtf8(node.attribute("shortname").value()).toLower();
         bus.enable = node.child("enable").text().as_bool();
 
-        busList.append(bus);
-        if (bus.name == QLatin1String("FreeBus"))
-            isFreeBusOpen = bus.enable;
+        contents.buses.append(bus);
+        if (bus.name == QLatin1String("FreeBus")) {
+            contents.hasFreeBus = true;
+            contents.freeBusOpen = bus.enable;
+        }
         // A switched-off bus still groups its signals in the other files.
         if (!isSignallessBus(bus.name))
-            busShortNames.append(bus.shortName);
-        busInfoMap.insert(bus.name, bus);
+            contents.shortNames.append(bus.shortName);
     }
+    return contents;
+}
+
+QVector<BusName> filter(const QVector<BusName> &buses, bool withMes, bool onlyEnabled)
+{
+    QVector<BusName> result;
+    for (const BusName &bus : buses) {
+        const bool shownMes = withMes && bus.name == QLatin1String("Mes");
+        if (isSignallessBus(bus.name) && !shownMes)
+            continue;
+        if (!onlyEnabled || bus.enable)
+            result.append(bus);
+    }
+    return result;
+}
+
+} // namespace fieldbuslist
+
+bool BusFileDataManager::parseFieldbusXml(const pugi::xml_document &doc)
+{
+    const fieldbuslist::Contents contents = fieldbuslist::parse(doc);
+    busList = contents.buses;
+    busShortNames = contents.shortNames;
+    if (contents.hasFreeBus)
+        isFreeBusOpen = contents.freeBusOpen;
+    // Entries that left the file stay until a screen replaces the map.
+    for (auto bus = busList.cbegin() + 1; bus != busList.cend(); ++bus)
+        busInfoMap.insert(bus->name, *bus);
     return true;
 }
 
@@ -58,15 +90,7 @@ QVector<BusName> BusFileDataManager::getBusNameList(bool withMes, bool onlyEnabl
 
 QVector<BusName> BusFileDataManager::parseFieldBusData(bool withMes, bool onlyEnabled)
 {
-    QVector<BusName> result;
-    for (const BusName &bus : qAsConst(busList)) {
-        const bool shownMes = withMes && bus.name == QLatin1String("Mes");
-        if (isSignallessBus(bus.name) && !shownMes)
-            continue;
-        if (!onlyEnabled || bus.enable)
-            result.append(bus);
-    }
-    return result;
+    return fieldbuslist::filter(busList, withMes, onlyEnabled);
 }
 
 QMap<QString, BusName> BusFileDataManager::getAllBusName()

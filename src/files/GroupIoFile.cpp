@@ -1,6 +1,7 @@
 #include "BusFileDataManager.h"
 
 #include "ConfigFileIo.h"
+#include "FileFormats.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -13,19 +14,38 @@ const QString groupOutputMarker = QStringLiteral("#Group_Output:");
 constexpr int groupColumnWidth = 16;
 constexpr int groupTypeCount = 3;
 
-// 0 int, 1 float, 2 string (any case); -1 for any other type.
-int groupTypeIndex(const QString &type)
+} // namespace
+
+namespace groupfile {
+
+int typeIndex(const QString &type)
 {
     static const QStringList names{QStringLiteral("int"), QStringLiteral("float"),
                                    QStringLiteral("string")};
     return BusFileDataManager::getWordIndex(names, type);
 }
 
-} // namespace
+GroupInfo parseRow(const QString &row)
+{
+    GroupInfo info;
+    info.type = BusFileDataManager::parseLineByWord(row, QStringLiteral("-Type"));
+    info.address = BusFileDataManager::parseLineByWord(row, QStringLiteral("-Address"));
+    info.fieldBus = BusFileDataManager::parseLineByWord(row, QStringLiteral("-FieldBus"));
+    const QStringList deviceMap =
+            BusFileDataManager::parseLineByWord(row, QStringLiteral("-DeviceMap"))
+                    .split(QLatin1Char('-'));
+    if (deviceMap.size() >= 2) {
+        info.deviceMapHead = deviceMap.at(0);
+        info.deviceMapTail = deviceMap.at(1);
+    }
+    return info;
+}
+
+} // namespace groupfile
 
 QMap<QString, GroupInfo> *BusFileDataManager::groupTable(BiBo dir, const QString &type, bool saved)
 {
-    const int typeIndex = groupTypeIndex(type);
+    const int typeIndex = groupfile::typeIndex(type);
     if (typeIndex < 0)
         return nullptr;
     const int dirIndex = dir == BusInput ? BusInput : BusOutput;
@@ -49,20 +69,9 @@ void BusFileDataManager::parseGroupFile(QIODevice &device)
             table.clear();
     }
     configio::readSectionRows(
-            device, groupInputMarker, groupOutputMarker, [this](BiBo dir, const QString &row) {
-                GroupInfo info;
-                info.type = parseLineByWord(row, QStringLiteral("-Type"));
-                info.address = parseLineByWord(row, QStringLiteral("-Address"));
-                info.fieldBus = parseLineByWord(row, QStringLiteral("-FieldBus"));
-                const QStringList deviceMap =
-                        parseLineByWord(row, QStringLiteral("-DeviceMap")).split(QLatin1Char('-'));
-                if (deviceMap.size() >= 2) {
-                    info.deviceMapHead = deviceMap.at(0);
-                    info.deviceMapTail = deviceMap.at(1);
-                }
-                // The file may hold any type; what is neither int nor float is text.
-                const int typeIndex = groupTypeIndex(info.type);
-                curGroupTables[dir][typeIndex < 0 ? 2 : typeIndex].insert(info.address, info);
+            device, groupInputMarker, groupOutputMarker, [this](BiBo dir, const QString &row, int) {
+                const GroupInfo info = groupfile::parseRow(row);
+                curGroupTables[dir][groupfile::readTypeIndex(info.type)].insert(info.address, info);
             });
     // A fresh read is also the saved state.
     updateGroupData(true);

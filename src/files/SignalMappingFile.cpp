@@ -94,7 +94,7 @@ void BusFileDataManager::parseSignalMapFile(QIODevice &device)
     }
     configio::readSectionRows(
             device, systemInputMarker, systemOutputMarker,
-            [this](BiBo dir, const QString &row) { parseSignalMap(row, readMapList[dir]); });
+            [this](BiBo dir, const QString &row, int) { parseSignalMap(row, readMapList[dir]); });
     for (int dir = BusInput; dir <= BusOutput; ++dir) {
         mapList[dir] = readMapList[dir];
         parseSignalMapByBus(readMapList[dir], busMap[dir]);

@@ -1,17 +1,18 @@
 #include "BusFileDataManager.h"
 
 #include "ConfigFileIo.h"
+#include "FileFormats.h"
 
 #include <QDebug>
 
-namespace {
+namespace slavedevice {
 
 pugi::xml_node endianNode(const pugi::xml_document &doc)
 {
     return doc.child("fieldBusSlave").child("backend").child("endian");
 }
 
-} // namespace
+} // namespace slavedevice
 
 bool BusFileDataManager::getAndReadFbslave(QString &endian)
 {
@@ -20,7 +21,7 @@ bool BusFileDataManager::getAndReadFbslave(QString &endian)
     pugi::xml_document doc;
     if (!loadFileLocal(doc, TPU_FBSLAVE_CFGX))
         return false;
-    endian = QString::fromUtf8(endianNode(doc).text().get());
+    endian = QString::fromUtf8(slavedevice::endianNode(doc).text().get());
     return true;
 }
 
@@ -30,7 +31,7 @@ bool BusFileDataManager::writeAndSendFbslave(const QString &endian)
     if (!loadFileLocal(doc, TPU_FBSLAVE_CFGX))
         return false;
     // Replaces the existing text only: an empty "endian" element stays empty.
-    endianNode(doc).first_child().set_value(endian.toLocal8Bit().constData());
+    slavedevice::endianNode(doc).first_child().set_value(endian.toLocal8Bit().constData());
     if (!configio::saveXml(doc, TPU_FBSLAVE_CFGX, "\t", pugi::format_no_escapes,
                            pugi::encoding_utf8)) {
         qDebug().noquote() << "Could not save XML file";

@@ -1,6 +1,7 @@
 #include "BusFileDataManager.h"
 
 #include "ConfigFileIo.h"
+#include "FileFormats.h"
 #include "RbxInterface.h"
 
 #include <QDateTime>
@@ -47,9 +48,11 @@ bool BusFileDataManager::readUserDes()
     return true;
 }
 
-void BusFileDataManager::parseUserDes(const pugi::xml_document &doc)
+namespace userdescriptions {
+
+QHash<QString, QString> parse(const pugi::xml_document &doc)
 {
-    userDesMap.clear();
+    QHash<QString, QString> descriptions;
     for (pugi::xml_node variable : doc.child("BioUserDescription").children()) {
         if (variable.type() != pugi::node_element)
             continue;
@@ -58,9 +61,17 @@ void BusFileDataManager::parseUserDes(const pugi::xml_document &doc)
             continue;
         const QString key = QString::fromUtf8(variable.attribute("Variable").value())
                 + QLatin1Char('[') + QString::fromUtf8(index.get()) + QLatin1Char(']');
-        if (!userDesMap.contains(key))
-            userDesMap.insert(key, nodeText(variable.child("Description")));
+        if (!descriptions.contains(key))
+            descriptions.insert(key, nodeText(variable.child("Description")));
     }
+    return descriptions;
+}
+
+} // namespace userdescriptions
+
+void BusFileDataManager::parseUserDes(const pugi::xml_document &doc)
+{
+    userDesMap = userdescriptions::parse(doc);
 }
 
 QHash<QString, QString> BusFileDataManager::getUseDes()

@@ -1,6 +1,7 @@
 #include "ConfigFileIo.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QTextStream>
 
@@ -44,18 +45,27 @@ bool saveXml(const pugi::xml_document &doc, const QString &path, const char *ind
 
 pugi::xml_parse_result loadXml(pugi::xml_document &doc, const QString &path, unsigned int options)
 {
+    // pugixml sizes its buffer by seeking to the end, which a folder or a
+    // device answers with nonsense.
+    if (!QFileInfo(path).isFile()) {
+        pugi::xml_parse_result result;
+        result.status = pugi::status_file_not_found;
+        return result;
+    }
     return doc.load_file(QFile::encodeName(path).constData(), options, pugi::encoding_auto);
 }
 
 void readSectionRows(QIODevice &device, const QString &inputMarker, const QString &outputMarker,
-                     const std::function<void(BiBo, const QString &)> &onRow)
+                     const std::function<void(BiBo, const QString &, int)> &onRow)
 {
     QTextStream stream(&device);
     useFileEncoding(stream);
     bool inSection = false;
     BiBo section = BusInput;
     QString line;
+    int lineNumber = 0;
     while (stream.readLineInto(&line)) {
+        ++lineNumber;
         const QString row = line.trimmed();
         if (row.isEmpty())
             continue;
@@ -66,7 +76,7 @@ void readSectionRows(QIODevice &device, const QString &inputMarker, const QStrin
             inSection = true;
             section = BusOutput;
         } else if (inSection) {
-            onRow(section, row);
+            onRow(section, row, lineNumber);
         }
     }
 }

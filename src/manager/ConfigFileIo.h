@@ -31,13 +31,15 @@ bool writeFileAtomically(const QString &path, const QByteArray &bytes);
 bool saveXml(const pugi::xml_document &doc, const QString &path, const char *indent,
              unsigned int flags, pugi::xml_encoding encoding);
 
-// Loads `path` (a Qt path) with the given parse options.
+// Loads `path` (a Qt path) with the given parse options. Only a regular file
+// is loaded: anything else fails as a file that cannot be opened.
 pugi::xml_parse_result loadXml(pugi::xml_document &doc, const QString &path, unsigned int options);
 
 // Walks a two-section line file ("#System_Input:"/"#System_Output:" and alike):
 // every trimmed non-empty line after a section marker goes to `onRow` with the
-// section's direction; lines before the first marker are ignored.
+// section's direction and its 1-based line number; lines before the first
+// marker are ignored.
 void readSectionRows(QIODevice &device, const QString &inputMarker, const QString &outputMarker,
-                     const std::function<void(BiBo, const QString &)> &onRow);
+                     const std::function<void(BiBo, const QString &, int)> &onRow);
 
 } // namespace configio

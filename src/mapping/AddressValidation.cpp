@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FileFormats.h"
+
 #include <QHostAddress>
 #include <QRegExp>
 
@@ -42,16 +44,6 @@ bool rangeOverlapsGroup(const AddressRange &range, const GroupInfo &group)
         return groupFirst <= s && s <= groupLast;
     return (s <= groupFirst && e >= groupFirst) || (e >= groupLast && s <= groupLast)
             || (s >= groupFirst && e <= groupLast);
-}
-
-// Type index of a count: bool, int, then every other type.
-int countTypeIndex(const QString &type)
-{
-    if (type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0)
-        return 0;
-    if (type.compare(QLatin1String("int"), Qt::CaseInsensitive) == 0)
-        return 1;
-    return 2;
 }
 
 // Last address of every function name among the rows, in the form the
@@ -206,46 +198,7 @@ void BusFileDataManager::addConflictData(const QString &bus)
 
 int BusFileDataManager::getBusNum(const QString &bus, BiBo dir, QString type)
 {
-    if (bus.contains(QLatin1String("group"), Qt::CaseInsensitive)) {
-        if (type.contains(QLatin1String("int"), Qt::CaseInsensitive))
-            return 256;
-        if (type.contains(QLatin1String("float"), Qt::CaseInsensitive))
-            return 128;
-        if (type.contains(QLatin1String("string"), Qt::CaseInsensitive))
-            return 8;
-    }
-
-    const int stride = bus.contains(QLatin1String("MBC"), Qt::CaseInsensitive) ? 2 : 3;
-    const qint64 index = qint64(countTypeIndex(type)) * stride + dir;
-
-    // Kind in its order of tests, the record it reads and how many places it uses.
-    struct Kind
-    {
-        const char *kind;
-        const char *record;
-        int places;
-    };
-    static const Kind kinds[] = {
-            {"MTCP", "ModbusUser", 9},
-            {"EthCat", "EthercatUser", 9},
-            {"EIP", "EthernetIPUser", 9},
-            {"PFN", "ProfinetUser", 9},
-            {"ECS", "EthercatUser", 9},
-            {"MBC", "ModbusMasterUser", 9},
-            {"DNS", "DeviceNetSlaveUser", 9},
-            {"ECM", "EcmUser", 2},
-            {"EIM", "EimUser", 2},
-            {"PNM", "PnmUser", 2},
-            {"DNM", "DnmUser", 2},
-    };
-    for (const Kind &kind : kinds) {
-        if (!bus.contains(QLatin1String(kind.kind), Qt::CaseInsensitive))
-            continue;
-        if (index < 0 || index >= kind.places)
-            return 0;
-        return busAddrNumInfo.value(QLatin1String(kind.record)).variableLength[index];
-    }
-    return 0;
+    return fieldbusareas::busNum(busAddrNumInfo, bus, dir, type);
 }
 
 bool BusFileDataManager::checkIPv4Format(QString text)

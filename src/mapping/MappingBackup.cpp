@@ -24,7 +24,7 @@ void BusFileDataManager::parseImportMapFile(QIODevice &device, const QStringList
     imBusMap[BusOutput].clear();
     configio::readSectionRows(
             device, QStringLiteral("#System_Input:"), QStringLiteral("#System_Output:"),
-            [this](BiBo dir, const QString &row) { getImBusMapInfo(row, imBusMap[dir]); });
+            [this](BiBo dir, const QString &row, int) { getImBusMapInfo(row, imBusMap[dir]); });
 }
 
 bool BusFileDataManager::copyMapBackup()
