@@ -1,5 +1,9 @@
 #include "FunctionListXml.h"
 
+#include "ConfigFileIo.h"
+
+#include <QDir>
+
 namespace functionlist {
 
 namespace {
@@ -48,6 +52,20 @@ QVector<FuncAndMapInfo> functionRecords(const pugi::xml_node &section)
             records.append(functionRecord(function));
     }
     return records;
+}
+
+QString localListPath(const QString &folder, const QString &rdeFilePath)
+{
+    const QStringList parts = rdeFilePath.split(QLatin1Char('/'));
+    if (parts.contains(QStringLiteral("..")))
+        return QString();
+    const QString localPath = folder + QLatin1Char('/') + parts.value(parts.size() - 2)
+            + QLatin1Char('/') + parts.last();
+    const QString localFolder = QDir::cleanPath(configio::localFolderOf(localPath));
+    const QString root = QDir::cleanPath(folder);
+    if (localFolder != root && !localFolder.startsWith(root + QLatin1Char('/')))
+        return QString();
+    return localPath;
 }
 
 } // namespace functionlist

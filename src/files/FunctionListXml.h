@@ -35,4 +35,9 @@ FuncAndMapInfo functionRecord(const pugi::xml_node &function);
 // Every function element of a section, in document order; the tags do not matter.
 QVector<FuncAndMapInfo> functionRecords(const pugi::xml_node &section);
 
+// The local copy of a function list in `folder`: the list's controller folder
+// and its file name. Empty when the copy or its folder would leave `folder`
+// (the paths come from a file on the controller).
+QString localListPath(const QString &folder, const QString &rdeFilePath);
+
 } // namespace functionlist

@@ -14,6 +14,12 @@ QString padRight(const QString &value, int width)
     return value.size() >= width ? value : value.leftJustified(width, QLatin1Char(' '));
 }
 
+QString localFolderOf(const QString &filePath)
+{
+    const QString fileName = filePath.split(QLatin1Char('/')).last();
+    return QString(filePath).remove(fileName, Qt::CaseSensitive);
+}
+
 void useFileEncoding(QTextStream &stream)
 {
     stream.setCodec("UTF-8");

@@ -19,6 +19,10 @@ namespace configio {
 // `value` with blanks appended up to `width`; a longer value stays whole.
 QString padRight(const QString &value, int width);
 
+// The folder that holds a local file: the path with every occurrence of the
+// file name removed, so a folder bearing the file's own name loses it too.
+QString localFolderOf(const QString &filePath);
+
 // Sets the encoding of the line-oriented files: UTF-8 without byte-order mark.
 void useFileEncoding(QTextStream &stream);
 

@@ -1,6 +1,8 @@
 #include "GetAndSendFile.h"
 
+#include "ConfigFileIo.h"
 #include "FlashFileClient.h"
+#include "FunctionListXml.h"
 #include "RbxInterface.h"
 
 #include <QDebug>
@@ -12,30 +14,6 @@ namespace {
 
 constexpr int transferAttempts = 10;
 constexpr unsigned long retryWaitMs = 100;
-
-// The folder that holds a local file: the path with every occurrence of the
-// file name removed, so a folder bearing the file's own name loses it too.
-QString localFolderOf(const QString &tpuFilePath)
-{
-    const QString fileName = tpuFilePath.split(QLatin1Char('/')).last();
-    return QString(tpuFilePath).remove(fileName, Qt::CaseSensitive);
-}
-
-// The local copy of a function list: working folder, the list's controller
-// folder and its file name. Empty when the copy or its folder would leave the
-// working folder (the paths come from a file on the controller).
-QString functionListLocalPath(const QString &rdeFilePath)
-{
-    const QStringList parts = rdeFilePath.split(QLatin1Char('/'));
-    if (parts.contains(QStringLiteral("..")))
-        return QString();
-    const QString localPath = TPU_FIELDBUS_DIR + QLatin1Char('/') + parts.value(parts.size() - 2)
-            + QLatin1Char('/') + parts.last();
-    const QString folder = QDir::cleanPath(localFolderOf(localPath));
-    if (folder != TPU_FIELDBUS_DIR && !folder.startsWith(TPU_FIELDBUS_DIR + QLatin1Char('/')))
-        return QString();
-    return localPath;
-}
 
 } // namespace
 
@@ -106,7 +84,7 @@ bool GetAndSendFile::sendFileToCtrl(const QString &tpuFilePath, const QString &r
 
 bool GetAndSendFile::mkLocalDir(const QString &tpuFilePath)
 {
-    const QString folder = localFolderOf(tpuFilePath);
+    const QString folder = configio::localFolderOf(tpuFilePath);
     QDir dir;
     if (!dir.exists(folder))
         return dir.mkdir(folder);
@@ -171,7 +149,7 @@ bool GetAndSendFile::fetchListFiles(const QStringList &paths, bool &fetched, boo
     for (const QString &path : paths) {
         if (path.isEmpty())
             continue;
-        const QString localPath = functionListLocalPath(path);
+        const QString localPath = functionlist::localListPath(TPU_FIELDBUS_DIR, path);
         bool ok = false;
         if (localPath.isEmpty()) {
             qDebug().noquote()
