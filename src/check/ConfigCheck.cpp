@@ -1,15 +1,499 @@
 #include "ConfigCheck.h"
 
-// Placeholder until the rules land.
-QVector<CheckFinding> ConfigCheck::run(const ConfigSnapshot &)
+#include "FieldbusPaths.h"
+#include "FileFormats.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+const QString groupPrefix = QStringLiteral("group_");
+const QString errorSeverity = QStringLiteral("error");
+const QString warningSeverity = QStringLiteral("warning");
+
+QString tr(const char *text)
 {
-    return {};
+    return QCoreApplication::translate("ConfigCheck", text);
+}
+
+QString fileName(const QString &rdeFilePath)
+{
+    return rdeFilePath.mid(1);
+}
+
+QString directionWord(BiBo dir)
+{
+    return dir == BusInput ? tr("input") : tr("output");
+}
+
+// A group as its rules see it: the first and last address of its device map.
+struct GroupSpan
+{
+    int index; // into snapshot.groups
+    int first;
+    int last;
+};
+
+// Groups of one bus and direction sorted by first address, with the group that
+// reaches furthest among each prefix, to tell in O(log n) which group covers
+// an address.
+class GroupSpans
+{
+public:
+    void add(const GroupSpan &span) { spans.push_back(span); }
+
+    void seal()
+    {
+        std::sort(spans.begin(), spans.end(), [](const GroupSpan &a, const GroupSpan &b) {
+            return a.first < b.first || (a.first == b.first && a.index < b.index);
+        });
+        furthest.resize(spans.size());
+        for (size_t i = 0; i < spans.size(); ++i) {
+            furthest[i] = i;
+            if (i > 0 && spans[furthest[i - 1]].last >= spans[i].last)
+                furthest[i] = furthest[i - 1];
+        }
+    }
+
+    // A group whose range holds `address`, or null.
+    const GroupSpan *covering(int address) const
+    {
+        const auto after = std::upper_bound(
+                spans.begin(), spans.end(), address,
+                [](int value, const GroupSpan &span) { return value < span.first; });
+        if (after == spans.begin())
+            return nullptr;
+        const GroupSpan &reach = spans[furthest[size_t(after - spans.begin()) - 1]];
+        return reach.last >= address ? &reach : nullptr;
+    }
+
+    std::vector<GroupSpan> spans;
+    std::vector<size_t> furthest;
+};
+
+class Checker
+{
+public:
+    explicit Checker(const ConfigSnapshot &snapshot)
+        : s(snapshot)
+        , known(QSet<QString>(snapshot.busShortNames.cbegin(), snapshot.busShortNames.cend()))
+    {
+        const QStringList enabledNames = snapshot.enabledShortNames();
+        enabled = QSet<QString>(enabledNames.cbegin(), enabledNames.cend());
+    }
+
+    QVector<CheckFinding> run()
+    {
+        fileProblems();
+        groupRules();
+        mappingRules();
+        std::stable_sort(findings.begin(), findings.end(),
+                         [](const CheckFinding &a, const CheckFinding &b) {
+                             if (a.file != b.file)
+                                 return a.file < b.file;
+                             if (a.line != b.line)
+                                 return a.line < b.line;
+                             return a.kind < b.kind;
+                         });
+        return findings;
+    }
+
+private:
+    CheckFinding &add(const QString &rdeFilePath, int line, const char *kind,
+                      const QString &severity, const QString &message)
+    {
+        CheckFinding finding;
+        finding.file = fileName(rdeFilePath);
+        finding.line = line;
+        finding.kind = QLatin1String(kind);
+        finding.severity = severity;
+        finding.message = message;
+        findings.append(finding);
+        return findings.last();
+    }
+
+    CheckFinding &addMapping(const SnapshotMapping &m, const char *kind, const QString &message,
+                             const QString &severity = errorSeverity)
+    {
+        CheckFinding &f = add(RDE_SIGNAL_MAP_CFG, m.line, kind, severity, message);
+        f.bus = m.row.fieldBus;
+        f.direction = m.direction;
+        f.module = m.row.module;
+        f.function = m.row.name;
+        f.address = m.row.address;
+        return f;
+    }
+
+    CheckFinding &addGroup(const SnapshotGroup &g, const char *kind, const QString &message,
+                           const QString &severity = errorSeverity)
+    {
+        CheckFinding &f = add(RDE_GROUP_CFG, g.line, kind, severity, message);
+        f.bus = g.group.fieldBus.toLower();
+        f.direction = g.direction;
+        f.group = g.group.address;
+        return f;
+    }
+
+    QString groupText(const SnapshotGroup &g) const
+    {
+        return tr("group %1 (%2, %3-%4)")
+                .arg(g.group.address, g.group.type, g.group.deviceMapHead, g.group.deviceMapTail);
+    }
+
+    void fileProblems()
+    {
+        // Descriptions and the slave device are optional: the manager reads
+        // their absence as no descriptions, and the slave is asked for apart.
+        const QStringList optional{RDE_USER_DES_XML, RDE_FBSLAVE_CFGX};
+        for (const SnapshotFileProblem &problem : s.problems) {
+            switch (problem.kind) {
+            case SnapshotFileProblem::NotUtf8:
+                add(problem.file, problem.line, "encoding", warningSeverity,
+                    tr("bytes that are not UTF-8; a write-back would not keep them"));
+                break;
+            case SnapshotFileProblem::Missing:
+                if (!optional.contains(problem.file))
+                    add(problem.file, 0, "file-unreadable", warningSeverity,
+                        tr("the file is missing"));
+                break;
+            case SnapshotFileProblem::Unparsable:
+                add(problem.file, problem.line, "file-unreadable", warningSeverity,
+                    tr("not well-formed XML: %1").arg(problem.detail));
+                break;
+            }
+        }
+    }
+
+    // Duplicates, ranges and overlaps of the group file; also builds the spans
+    // the mapping rules look groups up in.
+    void groupRules()
+    {
+        // The reader keeps the last row of a number in its direction and type table.
+        QHash<QString, int> lastOfKey;
+        QVector<bool> kept(s.groups.size(), false);
+        for (int i = 0; i < s.groups.size(); ++i) {
+            const SnapshotGroup &g = s.groups.at(i);
+            if (!g.missingKeyword.isEmpty()) {
+                addGroup(g, "malformed-line",
+                         tr("the row lacks %1 or its value").arg(g.missingKeyword));
+                continue;
+            }
+            const QString key = QStringLiteral("%1|%2|%3")
+                                        .arg(g.direction)
+                                        .arg(groupfile::readTypeIndex(g.group.type));
+            const auto previous = lastOfKey.find(key + g.group.address);
+            if (previous != lastOfKey.end()) {
+                addGroup(s.groups.at(*previous), "group-duplicate",
+                         tr("group %1 is defined again on line %2, which replaces this row")
+                                 .arg(g.group.address)
+                                 .arg(g.line),
+                         warningSeverity);
+                kept[*previous] = false;
+                *previous = i;
+            } else {
+                lastOfKey.insert(key + g.group.address, i);
+            }
+            kept[i] = true;
+        }
+
+        QHash<QString, GroupSpans> spansByBus;
+        for (int i = 0; i < s.groups.size(); ++i) {
+            if (!kept.at(i))
+                continue;
+            const SnapshotGroup &g = s.groups.at(i);
+            const QString bus = g.group.fieldBus.toLower();
+            bool firstOk = false;
+            bool lastOk = false;
+            const int first = g.group.deviceMapHead.toInt(&firstOk, 10);
+            const int last = g.group.deviceMapTail.toInt(&lastOk, 10);
+            if (!known.contains(bus)) {
+                addGroup(g, "bus-unknown",
+                         tr("bus '%1' is not listed in fieldbus.xml").arg(g.group.fieldBus));
+                continue;
+            }
+            if (!firstOk || !lastOk) {
+                addGroup(g, "group-range",
+                         tr("device map '%1-%2' is not two addresses first-last")
+                                 .arg(g.group.deviceMapHead, g.group.deviceMapTail),
+                         warningSeverity);
+                continue;
+            }
+            if (first > last) {
+                addGroup(g, "group-range",
+                         tr("device map %1-%2 runs backwards").arg(first).arg(last),
+                         warningSeverity);
+                continue;
+            }
+            const int bits = s.busNum(bus, g.direction, QStringLiteral("bool"));
+            if (first < 0 || last >= bits) {
+                addGroup(g, "group-range",
+                         tr("device map %1-%2 lies outside the %3 bool %4 addresses of %5")
+                                 .arg(first)
+                                 .arg(last)
+                                 .arg(bits)
+                                 .arg(directionWord(g.direction), bus),
+                         warningSeverity);
+            }
+            spansByBus[spanKey(bus, g.direction)].add({i, first, last});
+        }
+
+        for (auto it = spansByBus.begin(); it != spansByBus.end(); ++it) {
+            GroupSpans &spans = it.value();
+            spans.seal();
+            // A sweep: a group overlaps the one reaching furthest before it
+            // exactly when it starts before that one ends.
+            QSet<int> reported;
+            const GroupSpan *reach = nullptr;
+            for (const GroupSpan &span : spans.spans) {
+                if (reach && span.first <= reach->last) {
+                    reportOverlap(span, *reach, reported);
+                    reportOverlap(*reach, span, reported);
+                }
+                if (!reach || span.last > reach->last)
+                    reach = &span;
+            }
+        }
+        groupSpans = spansByBus;
+
+        for (const SnapshotGroup &g : s.groups) {
+            if (g.missingKeyword.isEmpty())
+                groupNumbers.insert(
+                        groupNumberKey(g.direction, groupfile::readTypeIndex(g.group.type),
+                                       g.group.fieldBus, g.group.address.toInt(nullptr, 10)));
+        }
+    }
+
+    static QString groupNumberKey(BiBo dir, int typeIndex, const QString &bus, int number)
+    {
+        return QStringLiteral("%1|%2|%3|%4")
+                .arg(dir)
+                .arg(typeIndex)
+                .arg(bus.toCaseFolded())
+                .arg(number);
+    }
+
+    void reportOverlap(const GroupSpan &span, const GroupSpan &other, QSet<int> &reported)
+    {
+        if (reported.contains(span.index))
+            return;
+        reported.insert(span.index);
+        const SnapshotGroup &g = s.groups.at(span.index);
+        const SnapshotGroup &o = s.groups.at(other.index);
+        addGroup(g, "group-overlap",
+                 tr("%1 overlaps %2 on line %3").arg(groupText(g), groupText(o)).arg(o.line));
+    }
+
+    static QString spanKey(const QString &bus, BiBo dir)
+    {
+        return bus + QLatin1Char('|') + QString::number(dir);
+    }
+
+    void mappingRules()
+    {
+        // Rows by bus key, direction and address, for the collision rule.
+        QHash<QString, std::vector<int>> byAddress;
+        // Rows by module, function and direction, for mapping a function twice.
+        QHash<QString, std::vector<int>> byFunction;
+
+        for (int i = 0; i < s.mappings.size(); ++i) {
+            const SnapshotMapping &m = s.mappings.at(i);
+            if (!m.missingKeyword.isEmpty()) {
+                addMapping(m, "malformed-line",
+                           tr("the row lacks %1 or its value").arg(m.missingKeyword));
+                continue;
+            }
+            functionRules(m);
+            byFunction[m.row.module + QLatin1Char('|') + m.row.name + QLatin1Char('|')
+                       + QString::number(m.direction)]
+                    .push_back(i);
+
+            const QString &key = m.row.fieldBus;
+            const bool isGroupRow = key.startsWith(groupPrefix);
+            const QString bus = isGroupRow ? key.mid(groupPrefix.size()) : key;
+            if (!known.contains(bus)) {
+                addMapping(m, "bus-unknown", tr("bus '%1' is not listed in fieldbus.xml").arg(key));
+                continue;
+            }
+            if (!enabled.contains(bus))
+                addMapping(m, "bus-disabled", tr("bus %1 is switched off").arg(bus));
+
+            if (m.row.address == QLatin1String("-1"))
+                continue;
+            bool numeric = false;
+            const int address = m.row.address.toInt(&numeric, 10);
+            if (!numeric) {
+                addMapping(m, "malformed-line",
+                           tr("address '%1' is not a number").arg(m.row.address));
+                continue;
+            }
+            byAddress[key + QLatin1Char('|') + QString::number(m.direction) + QLatin1Char('|')
+                      + QString::number(address)]
+                    .push_back(i);
+            if (isGroupRow)
+                groupMissingRule(m, bus, address);
+            else
+                addressRules(m, bus, address);
+        }
+
+        for (const std::vector<int> &rows : qAsConst(byAddress))
+            collisionRule(rows);
+        for (const std::vector<int> &rows : qAsConst(byFunction)) {
+            for (size_t k = 0; rows.size() > 1 && k < rows.size(); ++k) {
+                const SnapshotMapping &m = s.mappings.at(rows[k]);
+                const SnapshotMapping &other = s.mappings.at(rows[k == 0 ? 1 : 0]);
+                addMapping(m, "function-mapped-twice",
+                           tr("%1 %2 is mapped as %3 again on line %4")
+                                   .arg(m.row.module, m.row.name, directionWord(m.direction))
+                                   .arg(other.line));
+            }
+        }
+    }
+
+    void functionRules(const SnapshotMapping &m)
+    {
+        const auto module = s.modules.constFind(m.row.module);
+        if (module == s.modules.cend()) {
+            addMapping(m, "function-unknown",
+                       tr("module %1 has no function list").arg(m.row.module));
+            return;
+        }
+        for (const SnapshotFunction &function : module->functions[m.direction]) {
+            if (function.name != m.row.name)
+                continue;
+            if (function.type.compare(m.row.type, Qt::CaseInsensitive) != 0) {
+                addMapping(m, "type-mismatch",
+                           tr("%1 %2 is declared %3, mapped as %4")
+                                   .arg(m.row.module, m.row.name, function.type, m.row.type));
+            }
+            return;
+        }
+        addMapping(m, "function-unknown",
+                   tr("%1 declares no %2 function %3")
+                           .arg(m.row.module, directionWord(m.direction), m.row.name));
+    }
+
+    void addressRules(const SnapshotMapping &m, const QString &bus, int address)
+    {
+        const int count = s.busNum(bus, m.direction, m.row.type);
+        if (address < 0 || address >= count) {
+            addMapping(m, "address-out-of-range",
+                       count > 0 ? tr("address %1 is outside the %2 %3 %4 addresses of %5 (0-%6)")
+                                           .arg(address)
+                                           .arg(count)
+                                           .arg(m.row.type, directionWord(m.direction), bus)
+                                           .arg(count - 1)
+                                 : tr("%1 has no %2 %3 addresses")
+                                           .arg(bus, m.row.type, directionWord(m.direction)));
+        }
+        if (!m.row.type.contains(QLatin1String("bool"), Qt::CaseInsensitive))
+            return;
+        const auto spans = groupSpans.constFind(spanKey(bus, m.direction));
+        if (spans == groupSpans.cend())
+            return;
+        if (const GroupSpan *span = spans->covering(address)) {
+            const SnapshotGroup &g = s.groups.at(span->index);
+            CheckFinding &f = addMapping(m, "bool-in-group",
+                                         tr("bool signal at address %1 lies inside %2 on line %3 "
+                                            "of user_groupio.cfg")
+                                                 .arg(address)
+                                                 .arg(groupText(g))
+                                                 .arg(g.line));
+            f.group = g.group.address;
+        }
+    }
+
+    void groupMissingRule(const SnapshotMapping &m, const QString &bus, int number)
+    {
+        const int typeIndex = groupfile::typeIndex(m.row.type);
+        if (typeIndex >= 0
+            && groupNumbers.contains(groupNumberKey(m.direction, typeIndex, bus, number)))
+            return;
+        CheckFinding &f = addMapping(m, "group-missing",
+                                     tr("there is no %1 %2 group %3 on %4")
+                                             .arg(m.row.type, directionWord(m.direction))
+                                             .arg(number)
+                                             .arg(bus));
+        f.group = QString::number(number);
+    }
+
+    // Rows of one bus, direction and address collide when one's type holds
+    // the other's, ignoring case: what isAddressValid refuses.
+    void collisionRule(const std::vector<int> &rows)
+    {
+        if (rows.size() < 2)
+            return;
+        QHash<QString, std::vector<int>> byType;
+        for (int row : rows)
+            byType[s.mappings.at(row).row.type.toCaseFolded()].push_back(row);
+        QSet<int> lengths;
+        for (auto it = byType.cbegin(); it != byType.cend(); ++it)
+            lengths.insert(it.key().size());
+
+        // For each type, the first row of another type it holds or is held by:
+        // the shorter type is found among the substrings of the longer one.
+        QHash<QString, int> partnerOfType;
+        const auto pair = [&partnerOfType](const QString &type, int row) {
+            const auto it = partnerOfType.find(type);
+            if (it == partnerOfType.end())
+                partnerOfType.insert(type, row);
+            else
+                *it = std::min(*it, row);
+        };
+        for (auto it = byType.cbegin(); it != byType.cend(); ++it) {
+            for (int length : qAsConst(lengths)) {
+                for (int at = 0; length < it.key().size() && at + length <= it.key().size(); ++at) {
+                    const auto held = byType.constFind(it.key().mid(at, length));
+                    if (held == byType.cend() || held == it)
+                        continue;
+                    pair(it.key(), held->front());
+                    pair(held.key(), it->front());
+                }
+            }
+        }
+
+        for (auto it = byType.cbegin(); it != byType.cend(); ++it) {
+            const std::vector<int> &same = it.value();
+            const int other = partnerOfType.value(it.key(), -1);
+            for (size_t k = 0; k < same.size(); ++k) {
+                int partner = same.size() > 1 ? same[k == 0 ? 1 : 0] : -1;
+                if (other >= 0 && (partner < 0 || other < partner))
+                    partner = other;
+                if (partner < 0)
+                    continue;
+                const SnapshotMapping &m = s.mappings.at(same[k]);
+                const SnapshotMapping &o = s.mappings.at(partner);
+                addMapping(m, "address-collision",
+                           tr("address %1 of %2 %3 is also taken by %4 %5 on line %6")
+                                   .arg(m.row.address, m.row.fieldBus, directionWord(m.direction),
+                                        o.row.module, o.row.name)
+                                   .arg(o.line));
+            }
+        }
+    }
+
+    const ConfigSnapshot &s;
+    QSet<QString> known;
+    QSet<QString> enabled;
+    QHash<QString, GroupSpans> groupSpans;
+    // Every group's direction, table, bus and number, as isGroupIdExist finds them.
+    QSet<QString> groupNumbers;
+    QVector<CheckFinding> findings;
+};
+
+} // namespace
+
+QVector<CheckFinding> ConfigCheck::run(const ConfigSnapshot &snapshot)
+{
+    return Checker(snapshot).run();
 }
 
 int ConfigCheck::errorCount(const QVector<CheckFinding> &findings)
 {
-    int errors = 0;
-    for (const CheckFinding &finding : findings)
-        errors += finding.severity == QLatin1String("error");
-    return errors;
+    return int(std::count_if(findings.cbegin(), findings.cend(),
+                             [](const CheckFinding &f) { return f.severity == errorSeverity; }));
 }

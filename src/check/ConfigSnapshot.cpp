@@ -1,35 +1,235 @@
 #include "ConfigSnapshot.h"
 
-// Placeholder until the loader lands.
+#include "BusFileDataManager.h"
+#include "ConfigFileIo.h"
+#include "FileFormats.h"
+#include "FunctionListXml.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTextCodec>
+
+namespace {
+
+const QString mappingKeywords[] = {QStringLiteral("-Module"), QStringLiteral("-Name"),
+                                   QStringLiteral("-Type"), QStringLiteral("-FieldBus"),
+                                   QStringLiteral("-Address")};
+const QString groupKeywords[] = {QStringLiteral("-Type"), QStringLiteral("-Address"),
+                                 QStringLiteral("-FieldBus"), QStringLiteral("-DeviceMap")};
+
+// The first keyword a row lacks, or whose value is missing or is another keyword.
+template<size_t N>
+QString missingKeyword(const QString &row, const QString (&keywords)[N])
+{
+    const QStringList words = row.simplified().split(QLatin1Char(' '));
+    for (const QString &keyword : keywords) {
+        const int at = words.indexOf(keyword);
+        if (at < 0 || at + 1 >= words.size())
+            return keyword;
+        const QString &value = words.at(at + 1);
+        if (std::find(std::begin(keywords), std::end(keywords), value) != std::end(keywords))
+            return keyword;
+    }
+    return QString();
+}
+
+// 1-based line of the first bytes that are not UTF-8, or 0 when all are.
+int firstLineNotUtf8(const QByteArray &bytes)
+{
+    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
+    QTextCodec::ConverterState whole;
+    utf8->toUnicode(bytes.constData(), bytes.size(), &whole);
+    if (whole.invalidChars == 0)
+        return 0;
+    int line = 1;
+    for (int start = 0; start < bytes.size(); ++line) {
+        int end = bytes.indexOf('\n', start);
+        if (end < 0)
+            end = bytes.size();
+        QTextCodec::ConverterState state;
+        utf8->toUnicode(bytes.constData() + start, end - start, &state);
+        if (state.invalidChars > 0)
+            return line;
+        start = end + 1;
+    }
+    return line;
+}
+
+int lineOfOffset(const QByteArray &bytes, qsizetype offset)
+{
+    return 1 + int(bytes.left(int(qBound<qsizetype>(0, offset, bytes.size()))).count('\n'));
+}
+
+// Reads a file whole, noting why when it cannot be read or is not UTF-8.
+bool readBytes(const QString &path, const QString &rdeFilePath, QByteArray &bytes,
+               QVector<SnapshotFileProblem> &problems)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+        problems.append({SnapshotFileProblem::Missing, rdeFilePath, 0, path});
+        return false;
+    }
+    bytes = file.readAll();
+    if (const int line = firstLineNotUtf8(bytes))
+        problems.append({SnapshotFileProblem::NotUtf8, rdeFilePath, line, path});
+    return true;
+}
+
+bool loadXml(const QString &path, const QString &rdeFilePath, pugi::xml_document &doc,
+             QVector<SnapshotFileProblem> &problems)
+{
+    QByteArray bytes;
+    if (!readBytes(path, rdeFilePath, bytes, problems))
+        return false;
+    // The options of the manager's readers: processing instructions only.
+    const pugi::xml_parse_result result = doc.load_buffer(bytes.constData(), size_t(bytes.size()),
+                                                          pugi::parse_pi, pugi::encoding_auto);
+    if (result)
+        return true;
+    problems.append({SnapshotFileProblem::Unparsable, rdeFilePath,
+                     lineOfOffset(bytes, result.offset),
+                     QStringLiteral("%1 at offset %2")
+                             .arg(QString::fromUtf8(result.description()))
+                             .arg(result.offset)});
+    return false;
+}
+
+// The functions of a list's sections for one direction.
+QVector<SnapshotFunction> declaredFunctions(const pugi::xml_node &list, const char *digital,
+                                            const char *analog)
+{
+    QVector<SnapshotFunction> functions;
+    for (const char *section : {digital, analog}) {
+        for (const FuncAndMapInfo &record : functionlist::functionRecords(list.child(section)))
+            functions.append({record.name, record.nameCn, record.type});
+    }
+    return functions;
+}
+
+} // namespace
+
 ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
 {
-    ConfigSnapshot snapshot;
-    snapshot.root = root;
-    snapshot.layout = layout;
-    return snapshot;
+    ConfigSnapshot s;
+    s.root = root;
+    s.layout = layout;
+
+    pugi::xml_document doc;
+    if (loadXml(s.fixedFilePath(RDE_FIELDBUS_XML), RDE_FIELDBUS_XML, doc, s.problems)) {
+        const fieldbuslist::Contents contents = fieldbuslist::parse(doc);
+        s.buses = contents.buses;
+        s.busShortNames = contents.shortNames;
+        s.freeBusOpen = contents.freeBusOpen;
+    }
+
+    if (loadXml(s.fixedFilePath(RDE_FIELDBUS_CFG_XML), RDE_FIELDBUS_CFG_XML, doc, s.problems))
+        fieldbusareas::parse(doc, s.areas);
+
+    if (loadXml(s.fixedFilePath(RDE_FUNC_INFO_XML), RDE_FUNC_INFO_XML, doc, s.problems)) {
+        for (const functionlist::ModuleEntry &entry : functionlist::moduleEntries(doc)) {
+            const QString listFile = s.listFilePath(entry.path);
+            pugi::xml_document list;
+            if (entry.path.isEmpty() || listFile.isEmpty()
+                || !loadXml(listFile, entry.path, list, s.problems))
+                continue;
+            const QString key = functionlist::moduleKey(list);
+            if (key.isEmpty())
+                continue;
+            const pugi::xml_node functions = list.child("FunctionList");
+            SnapshotModule &module = s.modules[key];
+            module.name = entry.name;
+            module.nameCn = entry.nameCn;
+            module.listPath = entry.path;
+            module.functions[BusInput] = declaredFunctions(functions, "Input", "AnalogInput");
+            module.functions[BusOutput] = declaredFunctions(functions, "Output", "AnalogOutput");
+        }
+    }
+
+    QByteArray bytes;
+    if (readBytes(s.fixedFilePath(RDE_SIGNAL_MAP_CFG), RDE_SIGNAL_MAP_CFG, bytes, s.problems)) {
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::ReadOnly);
+        configio::readSectionRows(buffer, QStringLiteral("#System_Input:"),
+                                  QStringLiteral("#System_Output:"),
+                                  [&s](BiBo dir, const QString &row, int line) {
+                                      QVector<FuncAndMapInfo> parsed;
+                                      BusFileDataManager::parseSignalMap(row, parsed);
+                                      s.mappings.append({parsed.constFirst(), dir, line,
+                                                         missingKeyword(row, mappingKeywords)});
+                                  });
+    }
+
+    if (readBytes(s.fixedFilePath(RDE_GROUP_CFG), RDE_GROUP_CFG, bytes, s.problems)) {
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::ReadOnly);
+        configio::readSectionRows(buffer, QStringLiteral("#Group_Input:"),
+                                  QStringLiteral("#Group_Output:"),
+                                  [&s](BiBo dir, const QString &row, int line) {
+                                      s.groups.append({groupfile::parseRow(row), dir, line,
+                                                       missingKeyword(row, groupKeywords)});
+                                  });
+    }
+
+    // Like the manager, a missing or broken description file means no descriptions.
+    if (loadXml(s.fixedFilePath(RDE_USER_DES_XML), RDE_USER_DES_XML, doc, s.problems))
+        s.descriptions = userdescriptions::parse(doc);
+
+    if (loadXml(s.fixedFilePath(RDE_FBSLAVE_CFGX), RDE_FBSLAVE_CFGX, doc, s.problems)) {
+        const pugi::xml_node endian = slavedevice::endianNode(doc);
+        s.hasEndian = bool(endian);
+        s.endian = QString::fromUtf8(endian.text().get());
+    }
+    return s;
+}
+
+bool ConfigSnapshot::readMappingFile(const QString &path, QVector<SnapshotMapping> &rows)
+{
+    QVector<SnapshotFileProblem> problems;
+    QByteArray bytes;
+    if (!readBytes(path, path, bytes, problems))
+        return false;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    configio::readSectionRows(
+            buffer, QStringLiteral("#System_Input:"), QStringLiteral("#System_Output:"),
+            [&rows](BiBo dir, const QString &row, int line) {
+                QVector<FuncAndMapInfo> parsed;
+                BusFileDataManager::parseSignalMap(row, parsed);
+                rows.append({parsed.constFirst(), dir, line, missingKeyword(row, mappingKeywords)});
+            });
+    return true;
 }
 
 QString ConfigSnapshot::fixedFilePath(const QString &rdeFilePath) const
 {
-    return root + rdeFilePath;
+    if (layout == ControllerLayout)
+        return root + rdeFilePath;
+    return root + QLatin1Char('/') + rdeFilePath.section(QLatin1Char('/'), -1);
 }
 
 QString ConfigSnapshot::listFilePath(const QString &rdeFilePath) const
 {
-    return root + rdeFilePath;
+    if (layout == PendantLayout)
+        return functionlist::localListPath(root, rdeFilePath);
+    // Controller paths from a file must not lead out of the folder either.
+    if (rdeFilePath.split(QLatin1Char('/')).contains(QStringLiteral("..")))
+        return QString();
+    return root + (rdeFilePath.startsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/"))
+            + rdeFilePath;
 }
 
 QStringList ConfigSnapshot::enabledShortNames() const
 {
-    return {};
+    QStringList names;
+    for (const BusName &bus : fieldbuslist::filter(buses, false, true)) {
+        if (!names.contains(bus.shortName))
+            names.append(bus.shortName);
+    }
+    return names;
 }
 
-int ConfigSnapshot::busNum(const QString &, BiBo, const QString &) const
+int ConfigSnapshot::busNum(const QString &bus, BiBo dir, const QString &type) const
 {
-    return 0;
-}
-
-bool ConfigSnapshot::readMappingFile(const QString &, QVector<SnapshotMapping> &)
-{
-    return false;
+    return fieldbusareas::busNum(areas, bus, dir, type);
 }

@@ -1,0 +1,308 @@
+// The offline configuration check: each rule on a small controller tree, the
+// rules against the validators they stand for, and the bundled sample trees.
+#include "BusFileDataManager.h"
+#include "ConfigCheck.h"
+#include "TestWorkspace.h"
+
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QtTest>
+
+namespace {
+
+const QByteArray fieldbusXml = R"(<FieldbusSettingConfig>
+<Fieldbus name="EthernetIPSlave" shortname="EIP"><enable>1</enable></Fieldbus>
+<Fieldbus name="ProfinetSlave" shortname="pfn"><enable>0</enable></Fieldbus>
+<Fieldbus name="FreeBus" shortname="free"><enable>1</enable></Fieldbus>
+</FieldbusSettingConfig>)";
+
+// 16 bool, 4 int and 2 other addresses each way on mtcp, eip and pfn.
+QByteArray fieldbusConfigXml()
+{
+    const QByteArray entry = "<Area><Start_Address>0</Start_Address><Stop_Address>0</Stop_Address>"
+                             "<Variable_Length>%1</Variable_Length></Area>";
+    QByteArray areas;
+    for (int count : {16, 4, 2})
+        areas += "<Group>" + QByteArray(entry).replace("%1", QByteArray::number(count)).repeated(2)
+                + QByteArray(entry).replace("%1", "0") + "</Group>";
+    return "<FieldBus_Config><ModbusUser>" + areas + "</ModbusUser><EthernetIPUser>" + areas
+            + "</EthernetIPUser><ProfinetUser>" + areas + "</ProfinetUser></FieldBus_Config>";
+}
+
+const QByteArray functionInfoXml = R"(<FunctionInfo>
+<Module Name="Weld" NameCn="焊接" Path="/application/fidbus/funclist/weld.xml"/>
+</FunctionInfo>)";
+
+const QByteArray weldListXml = R"(<FunctionList><Module>Weld</Module>
+<Input><F Description="arc_on" Type="bool"/><F Description="gas" Type="bool"/>
+<F Description="current" Type="int" Region="io"/></Input>
+<AnalogInput><F Description="voltage" Type="float"/></AnalogInput>
+<Output><F Description="arc_ok" Type="bool"/><F Description="wire" Type="int"/></Output>
+</FunctionList>)";
+
+// "in Weld arc_on bool MTCP 3" -> a mapping row; "raw:<text>" stands as it is.
+QByteArray mappingLine(const QString &row)
+{
+    if (row.startsWith("raw:"))
+        return row.mid(4).toUtf8();
+    const QStringList f = row.split(' ');
+    return QStringLiteral("    -Module %1 -Name %2 -Type %3 -FieldBus %4 -Address %5")
+            .arg(f[1], f[2], f[3], f[4], f[5])
+            .toUtf8();
+}
+
+// "in int 1 MTCP 8-11" -> a group row; "raw:<text>" stands as it is.
+QByteArray groupLine(const QString &row)
+{
+    if (row.startsWith("raw:"))
+        return row.mid(4).toUtf8();
+    const QStringList f = row.split(' ');
+    return QStringLiteral("    -Type %1 -Address %2 -FieldBus %3 -DeviceMap %4")
+            .arg(f[1], f[2], f[3], f[4])
+            .toUtf8();
+}
+
+// Writes a two-section file; returns the file line of each row, in row order.
+QVector<int> writeSections(const QString &path, const QByteArray &title,
+                           const QByteArray &inputMarker, const QByteArray &outputMarker,
+                           const QStringList &rows, QByteArray (*line)(const QString &))
+{
+    QByteArray bytes = title + "\n\n" + inputMarker + "\n";
+    QVector<int> lines(rows.size());
+    int at = 4;
+    for (const bool input : {true, false}) {
+        if (!input) {
+            bytes += "\n" + outputMarker + "\n";
+            at += 2;
+        }
+        for (int i = 0; i < rows.size(); ++i) {
+            if (rows.at(i).startsWith("in ") == input) {
+                bytes += line(rows.at(i)) + "\n";
+                lines[i] = at++;
+            }
+        }
+    }
+    TestWorkspace::writeFile(path, bytes);
+    return lines;
+}
+
+} // namespace
+
+class ConfigCheckTest : public QObject
+{
+    Q_OBJECT
+
+    TestWorkspace workspace;
+
+    // "r2 bool-in-group" style labels of the findings: rN for the Nth mapping
+    // row, gN for the Nth group row, else the file name and line.
+    QStringList runOn(const QStringList &rows, const QStringList &groups)
+    {
+        const QString root = workspace.controllerDir();
+        for (const auto &[rde, bytes] :
+             {std::pair(RDE_FIELDBUS_XML, fieldbusXml),
+              std::pair(RDE_FUNC_INFO_XML, functionInfoXml),
+              std::pair(RDE_FIELDBUS_CFG_XML, fieldbusConfigXml()),
+              std::pair(QString("/application/fidbus/funclist/weld.xml"), weldListXml)})
+            workspace.putControllerFile(rde, bytes);
+        const QVector<int> rowLines = writeSections(
+                root + RDE_SIGNAL_MAP_CFG, "$$ Configuration file with fieldbus signals",
+                "#System_Input:", "#System_Output:", rows, mappingLine);
+        const QVector<int> groupLines =
+                writeSections(root + RDE_GROUP_CFG, "$$ Configuration file with group signals",
+                              "#Group_Input:", "#Group_Output:", groups, groupLine);
+
+        QStringList labels;
+        const auto findings =
+                ConfigCheck::run(ConfigSnapshot::load(root, ConfigSnapshot::ControllerLayout));
+        for (const CheckFinding &f : findings) {
+            const bool isRow = f.file.endsWith("signal_mapping.cfg");
+            const int index = isRow                       ? rowLines.indexOf(f.line)
+                    : f.file.endsWith("user_groupio.cfg") ? groupLines.indexOf(f.line)
+                                                          : -1;
+            if (f.message.isEmpty() || (f.severity != "error" && f.severity != "warning"))
+                labels << "bad finding " + f.kind;
+            labels << (index < 0 ? QStringLiteral("%1:%2").arg(f.file).arg(f.line)
+                                 : QStringLiteral("%1%2").arg(isRow ? "r" : "g").arg(index + 1))
+                            + ' ' + f.kind;
+        }
+        return labels;
+    }
+
+private slots:
+    void rules_data()
+    {
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QStringList>("groups");
+        QTest::addColumn<QStringList>("expected");
+
+        QTest::newRow("clean, unmapped rows and the analog list count as declared")
+                << QStringList{"in Weld arc_on bool MTCP 15", "in Weld voltage float EIP 1",
+                               "in Weld gas bool MTCP -1", "out Weld arc_ok BOOL MTCP 15",
+                               "in Weld current int MTCP 3"}
+                << QStringList{"in int 1 MTCP 4-7"} << QStringList{};
+        QTest::newRow("buses: unknown, off, and free bus carries nothing")
+                << QStringList{"in Weld arc_on bool ECM 1", "in Weld gas bool PFN 2",
+                               "out Weld arc_ok bool FREE 1"}
+                << QStringList{}
+                << QStringList{"r1 bus-unknown", "r2 bus-disabled", "r3 bus-unknown"};
+        QTest::newRow("range by direction and type, negative, not a number")
+                << QStringList{"in Weld arc_on bool MTCP 16", "in Weld current int MTCP 4",
+                               "out Weld wire int MTCP 3", "in Weld gas bool MTCP -2",
+                               "in Weld voltage float EIP x7"}
+                << QStringList{}
+                << QStringList{"r1 address-out-of-range", "r2 address-out-of-range",
+                               "r4 address-out-of-range", "r5 malformed-line"};
+        QTest::newRow("collision by contained type, not across areas or directions")
+                << QStringList{"in Weld arc_on bool MTCP 1", "in Weld gas Bool_t MTCP 1",
+                               "in Weld current int MTCP 1", "out Weld arc_ok bool MTCP 1",
+                               "in Weld voltage float MTCP 1"}
+                << QStringList{}
+                << QStringList{"r1 address-collision", "r2 address-collision", "r2 type-mismatch"};
+        QTest::newRow("bool inside a group of any type, bounds inclusive")
+                << QStringList{"in Weld arc_on bool MTCP 4", "in Weld gas bool MTCP 9",
+                               "out Weld arc_ok bool MTCP 4", "in Weld current int MTCP 2"}
+                << QStringList{"in int 1 MTCP 2-4", "in string 1 MTCP 9-9"}
+                << QStringList{"r1 bool-in-group", "r2 bool-in-group"};
+        QTest::newRow("group rows need a group of their type and direction")
+                << QStringList{"in Weld current int GROUP_MTCP 1",
+                               "in Weld current int GROUP_MTCP 2", "out Weld wire int GROUP_MTCP 1",
+                               "in Weld arc_on bool GROUP_MTCP 1"}
+                << QStringList{"in int 1 mtcp 0-3", "in float 2 MTCP 4-7"}
+                << QStringList{"r1 function-mapped-twice", "r2 function-mapped-twice",
+                               "r2 group-missing", "r3 group-missing", "r4 group-missing"};
+        QTest::newRow("functions: unknown module, wrong direction, mapped twice")
+                << QStringList{"in Glue flow bool MTCP 1", "in Weld arc_ok bool MTCP 2",
+                               "in Weld arc_on bool MTCP 3", "in Weld arc_on bool EIP 4"}
+                << QStringList{}
+                << QStringList{"r1 function-unknown", "r2 function-unknown",
+                               "r3 function-mapped-twice", "r4 function-mapped-twice"};
+        QTest::newRow("groups: overlap across types, duplicate, range, malformed")
+                << QStringList{} << QStringList{"in int 1 MTCP 0-7",
+                                                "in float 2 MTCP 7-9",
+                                                "in int 3 MTCP 10-11",
+                                                "out int 1 MTCP 0-7",
+                                                "in int 3 MTCP 12-13",
+                                                "in string 4 MTCP 9-2",
+                                                "in string 5 MTCP 14-20",
+                                                "in int 6 ETHCAT 0-1",
+                                                "raw:    -Type int -Address 7 -FieldBus MTCP"}
+                << QStringList{"g1 group-overlap", "g2 group-overlap", "g3 group-duplicate",
+                               "g6 group-range",   "g7 group-range",   "g8 bus-unknown",
+                               "g9 malformed-line"};
+        QTest::newRow("malformed rows: a missing keyword, a value that is a keyword")
+                << QStringList{"raw:    -Module Weld -Name arc_on -Type bool -FieldBus MTCP",
+                               "raw:-Module Weld -Name gas -Type -FieldBus MTCP -Address 1"}
+                << QStringList{} << QStringList{"r1 malformed-line", "r2 malformed-line"};
+    }
+
+    void rules()
+    {
+        QFETCH(QStringList, rows);
+        QFETCH(QStringList, groups);
+        QFETCH(QStringList, expected);
+        QStringList found = runOn(rows, groups);
+        found.sort();
+        expected.sort();
+        QCOMPARE(found, expected);
+    }
+
+    void fileProblems()
+    {
+        runOn({}, {});
+        workspace.putControllerFile(RDE_USER_DES_XML,
+                                    "<BioUserDescription><V Variable=\"a\">"
+                                    "<Index>1</Index><Description>caf\xe9"
+                                    "</Description></V></BioUserDescription>");
+        workspace.putControllerFile(RDE_FIELDBUS_CFG_XML, "<FieldBus_Config>\n<ModbusUser>");
+        workspace.removeControllerFile(RDE_GROUP_CFG);
+        QStringList found;
+        for (const CheckFinding &f : ConfigCheck::run(ConfigSnapshot::load(
+                     workspace.controllerDir(), ConfigSnapshot::ControllerLayout)))
+            found << QStringLiteral("%1:%2 %3").arg(f.file).arg(f.line).arg(f.kind);
+        QCOMPARE(found,
+                 QStringList({"application/fidbus/fieldbus_config.xml:2 file-unreadable",
+                              "application/fidbus/user_description.xml:1 encoding",
+                              "application/fidbus/user_groupio.cfg:0 file-unreadable"}));
+    }
+
+    // The collision, bool-in-group and overlap rules flag exactly what the
+    // screens' validators refuse, on random tables.
+    void validatorsAgree()
+    {
+        QRandomGenerator random(7);
+        const QStringList types{"bool", "BOOL", "int", "uint", "float"};
+        const QStringList groupTypes{"int", "float", "string"};
+        for (int round = 0; round < 60; ++round) {
+            QStringList rows;
+            QStringList groups;
+            for (int i = random.bounded(12); i > 0; --i)
+                rows << QStringLiteral("in Weld f%1 %2 MTCP %3")
+                                .arg(i)
+                                .arg(types.at(random.bounded(types.size())))
+                                .arg(random.bounded(8));
+            for (int i = random.bounded(5); i > 0; --i) {
+                const int first = random.bounded(16);
+                groups << QStringLiteral("in %1 %2 MTCP %3-%4")
+                                  .arg(groupTypes.at(random.bounded(3)))
+                                  .arg(i)
+                                  .arg(first)
+                                  .arg(qMin(15, first + random.bounded(4)));
+            }
+            QStringList flagged;
+            for (const QString &label : runOn(rows, groups)) {
+                if (label.contains("collision") || label.contains("in-group")
+                    || label.contains("overlap"))
+                    flagged << label;
+            }
+
+            std::unique_ptr<BusFileDataManager> manager(new BusFileDataManager());
+            manager->busShortNames = QStringList{"mtcp"};
+            for (const QString &g : groups) {
+                const QStringList f = g.split(' ');
+                const QStringList range = f[4].split('-');
+                manager->setGroupInfo({f[1], f[2], "mtcp", range[0], range[1]}, f[1], BusInput);
+            }
+            // A pair collides when the validator refuses either row beside the other.
+            QSet<QString> expectedSet;
+            for (int i = 0; i < rows.size(); ++i) {
+                const QStringList f = rows.at(i).split(' ');
+                for (int j = 0; j < rows.size(); ++j) {
+                    const QStringList o = rows.at(j).split(' ');
+                    manager->mapList[0] = {{"Weld", "", o[2], o[3], "mtcp", o[5]}};
+                    if (j != i
+                        && manager->isAddressValid("mtcp", BusInput, f[3], f[5].toInt()) != "ok")
+                        expectedSet << QStringLiteral("r%1 address-collision").arg(i + 1)
+                                    << QStringLiteral("r%1 address-collision").arg(j + 1);
+                }
+                for (const QString &t : {"string", "float", "int"}) {
+                    if (f[3].compare("bool", Qt::CaseInsensitive) == 0
+                        && manager->isAddressGroupValid("mtcp", BusInput, t, "no", f[5] + ",-1",
+                                                        false)
+                                != "ok") {
+                        expectedSet << QStringLiteral("r%1 bool-in-group").arg(i + 1);
+                        break;
+                    }
+                }
+            }
+            for (int i = 0; i < groups.size(); ++i) {
+                QStringList f = groups.at(i).split(' ');
+                for (const QString &t : groupTypes) {
+                    if (manager->isAddressGroupValid("mtcp", BusInput, t, f[2],
+                                                     f[4].replace('-', ','), false)
+                        != "ok") {
+                        expectedSet << QStringLiteral("g%1 group-overlap").arg(i + 1);
+                        break;
+                    }
+                }
+            }
+            QStringList expected = expectedSet.values();
+            flagged.sort();
+            expected.sort();
+            QCOMPARE(flagged, expected);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(ConfigCheckTest)
+#include "tst_configcheck.moc"
