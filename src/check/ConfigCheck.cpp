@@ -1,5 +1,6 @@
 #include "ConfigCheck.h"
 
+#include "FieldbusNames.h"
 #include "FieldbusPaths.h"
 #include "FileFormats.h"
 
@@ -12,7 +13,7 @@
 
 namespace {
 
-const QString groupPrefix = QStringLiteral("group_");
+const QString &groupPrefix = fieldbusnames::groupPrefix;
 const QString errorSeverity = QStringLiteral("error");
 const QString warningSeverity = QStringLiteral("warning");
 
@@ -390,7 +391,7 @@ private:
                                  : tr("%1 has no %2 %3 addresses")
                                            .arg(bus, m.row.type, directionWord(m.direction)));
         }
-        if (!m.row.type.contains(QLatin1String("bool"), Qt::CaseInsensitive))
+        if (!fieldbusnames::holdsBool(m.row.type))
             return;
         const auto spans = groupSpans.constFind(spanKey(bus, m.direction));
         if (spans == groupSpans.cend())

@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FieldbusNames.h"
+
 namespace {
 
 // Application name -> visible, from the entries of "root"; a later entry of
@@ -21,8 +23,9 @@ QMap<QString, bool> appVisibility(const pugi::xml_document &doc)
 bool BusFileDataManager::readAppParaXml()
 {
     // A pendant file, looked up from the current directory; never fetched.
-    const QString fileName = languageId == 2 ? QStringLiteral("appParameters_en.xml")
-                                             : QStringLiteral("appParameters_cn.xml");
+    const QString fileName = languageId == fieldbusnames::englishLanguageId
+            ? QStringLiteral("appParameters_en.xml")
+            : QStringLiteral("appParameters_cn.xml");
     pugi::xml_document doc;
     if (!loadFileLocal(doc, fileName))
         return false;

@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FieldbusNames.h"
+
 #include "ConfigFileIo.h"
 #include "FileFormats.h"
 #include "UserMessage.h"
@@ -95,7 +97,7 @@ void readBitTotals(pugi::xml_node node, BusAddrNumInfo &info)
 // Type index of a count: bool, int, then every other type.
 int countTypeIndex(const QString &type)
 {
-    if (type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0)
+    if (fieldbusnames::isBoolType(type))
         return 0;
     if (type.compare(QLatin1String("int"), Qt::CaseInsensitive) == 0)
         return 1;
@@ -305,7 +307,8 @@ int BusFileDataManager::getPerformanceValue(BusType type, int current, bool on)
                 tr("The communication performance switch does not support \nsimultaneous "
                    "activation of multiple protocols.\n Do you want to turn off the %1 "
                    "protocol communication performance switch?");
-        if (showUserMessage(1, question.arg(names.at(holder)), 3) == MsgBox::Yes) {
+        if (showUserMessage(WarningMessage, question.arg(names.at(holder)), YesNoButtons)
+            == MsgBox::Yes) {
             g_lastBusType = BusType(holder);
             return onlyType;
         }

@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FieldbusNames.h"
+
 #include "FunctionListXml.h"
 
 #include <algorithm>
@@ -26,7 +28,7 @@ void splitDigitalSection(const pugi::xml_node &section, QVector<FuncAndMapInfo> 
         FuncAndMapInfo record = functionlist::functionRecord(function);
         if (!region || regionIs(regionText, "fidbus") || regionIs(regionText, "all"))
             fieldbus.append(record);
-        if (record.type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0
+        if (fieldbusnames::isBoolType(record.type)
             && (!region || regionIs(regionText, "io") || regionIs(regionText, "all"))) {
             // The section's switch overrides the function's own.
             const pugi::xml_attribute ownForce = function.attribute("ForceEnabled");

@@ -1,6 +1,7 @@
 #include "FunctionListXml.h"
 
 #include "ConfigFileIo.h"
+#include "FieldbusNames.h"
 
 #include <QDir>
 
@@ -17,7 +18,7 @@ QString attributeText(const pugi::xml_node &node, const char *name)
 
 QString ModuleEntry::displayName(int languageId) const
 {
-    return languageId == 3 ? nameCn : name;
+    return languageId == fieldbusnames::chineseLanguageId ? nameCn : name;
 }
 
 QVector<ModuleEntry> moduleEntries(const pugi::xml_document &doc)

@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FieldbusNames.h"
+
 #include "ConfigFileIo.h"
 
 #include <QFile>
@@ -17,7 +19,7 @@ enum SignalMapWidth { NameWidth = 1, ShortWidth = 2, WideWidth = 0 };
 
 QString signalMapLine(const FuncAndMapInfo &info, BiBo section)
 {
-    const bool isBool = info.type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0;
+    const bool isBool = fieldbusnames::isBoolType(info.type);
     const QString type = section == BusInput ? info.type.toLower() : info.type;
     QString line = QStringLiteral("    -Module ")
             + BusFileDataManager::insertSignalMapCfg(info.module, WideWidth)
@@ -114,7 +116,7 @@ void BusFileDataManager::parseSignalMapByBus(const QVector<FuncAndMapInfo> &list
             keys.append(key);
     };
     for (const QString &shortName : qAsConst(busShortNames))
-        addKey(QStringLiteral("group_") + shortName);
+        addKey(fieldbusnames::groupKey(shortName));
     for (const QString &shortName : qAsConst(busShortNames))
         addKey(shortName);
 
@@ -131,9 +133,9 @@ QVector<FuncAndMapInfo> BusFileDataManager::busSignals(const QVector<FuncAndMapI
                                                        const QString &bus)
 {
     // Only the keys parseSignalMapByBus makes have an entry there.
-    const QString groupPrefix = QStringLiteral("group_");
+    const QString &prefix = fieldbusnames::groupPrefix;
     const bool isKey = busShortNames.contains(bus)
-            || (bus.startsWith(groupPrefix) && busShortNames.contains(bus.mid(groupPrefix.size())));
+            || (bus.startsWith(prefix) && busShortNames.contains(bus.mid(prefix.size())));
     QVector<FuncAndMapInfo> rows;
     if (!isKey)
         return rows;

@@ -48,7 +48,7 @@ bool BusFileDataManager::loadFileLocal(pugi::xml_document &doc, const QString &t
     qDebug().noquote() << "BusFileDataManager::loadFileLocal() " + tpuFilePath + " failed!";
     const int slash = tpuFilePath.lastIndexOf(QLatin1Char('/'));
     const QString fileName = slash < 0 ? QString() : tpuFilePath.mid(slash + 1);
-    showUserMessage(2, tr("Failed to read file :%1!").arg(fileName), 1);
+    showUserMessage(ErrorMessage, tr("Failed to read file :%1!").arg(fileName), OkButton);
     return false;
 }
 

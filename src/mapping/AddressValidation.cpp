@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FieldbusNames.h"
+
 #include "FileFormats.h"
 
 #include <QHostAddress>
@@ -79,7 +81,7 @@ QString BusFileDataManager::isGroupAddrValid(const QString &bus, BiBo dir, QStri
         return okText;
     const QVector<FuncAndMapInfo> rows = busSignals(mapList[mapIndex(dir)], bus);
     for (const FuncAndMapInfo &row : rows) {
-        if (!row.type.contains(QLatin1String("bool"), Qt::CaseInsensitive))
+        if (!fieldbusnames::holdsBool(row.type))
             continue;
         const int address = row.address.toInt(nullptr, 10);
         if (bounds.first <= address && address <= bounds.last)
@@ -166,7 +168,7 @@ QString BusFileDataManager::isConflict(const QString &bus, const QString &module
 
 void BusFileDataManager::addConflictData(const QString &bus)
 {
-    const QString groupKey = QStringLiteral("group_") + bus;
+    const QString groupKey = fieldbusnames::groupKey(bus);
     const QHash<QString, int> inputAddresses = lastAddressByName(
             busSignals(mapList[BusInput], bus) + busSignals(mapList[BusInput], groupKey));
     const QHash<QString, int> outputAddresses = lastAddressByName(

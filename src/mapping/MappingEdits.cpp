@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FieldbusNames.h"
+
 #include <QSet>
 
 int BusFileDataManager::mapIndex(BiBo dir)
@@ -10,7 +12,7 @@ int BusFileDataManager::mapIndex(BiBo dir)
 QVector<FuncAndMapInfo> BusFileDataManager::getMapInfoList(const QString &bus, BiBo dir)
 {
     const QMap<QString, QVector<FuncAndMapInfo>> &view = busMap[mapIndex(dir)];
-    return view.value(bus) + view.value(QStringLiteral("group_") + bus);
+    return view.value(bus) + view.value(fieldbusnames::groupKey(bus));
 }
 
 void BusFileDataManager::getBusSignalMap(BiBo dir, QVector<FuncAndMapInfo> &destination)

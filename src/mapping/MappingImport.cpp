@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include "FieldbusNames.h"
+
 #include <QPair>
 #include <QSet>
 
@@ -25,11 +27,6 @@ using RowGroups = QHash<TypeValueKey, std::vector<int>>;
 bool isOk(const QString &answer)
 {
     return answer.compare(QLatin1String("ok"), Qt::CaseInsensitive) == 0;
-}
-
-bool isBool(const QString &type)
-{
-    return type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0;
 }
 
 // Removes the rows whose position is marked, keeping the order of the rest.
@@ -91,7 +88,7 @@ void BusFileDataManager::delNonExistBusType(QMap<QString, QVector<FuncAndMapInfo
 {
     QSet<QString> allowed;
     for (const BusName &bus : parseFieldBusData(false, true)) {
-        allowed.insert(QStringLiteral("group_") + bus.shortName);
+        allowed.insert(fieldbusnames::groupKey(bus.shortName));
         allowed.insert(bus.shortName);
     }
     for (auto it = map.begin(); it != map.end();) {
@@ -151,7 +148,7 @@ void BusFileDataManager::delConflictBusGroupAddr(BiBo dir,
             continue;
         QVector<FuncAndMapInfo> &rows = it.value();
         for (int i = rows.size() - 1; i >= 0; --i) {
-            if (!isBool(rows.at(i).type))
+            if (!fieldbusnames::isBoolType(rows.at(i).type))
                 continue;
             // Only a first address: is the row's address inside a group's range?
             const QString range = rows.at(i).address + QStringLiteral(",-1");
@@ -253,9 +250,9 @@ void BusFileDataManager::handleImportMapData(MsgBox::returnValue answer)
     if (!_isConflictImportMap) {
         writeMapList[BusInput] = readMapList[BusInput];
         writeMapList[BusOutput] = readMapList[BusOutput];
-    } else if (answer == 1) {
+    } else if (answer == MsgBox::Yes) {
         getAndkeepImportedMapData();
-    } else if (answer == 2) {
+    } else if (answer == MsgBox::No) {
         getAndkeepImportMapData();
     }
     getWriteMapData(writeMapList[BusInput], imBusMap[BusInput]);

@@ -1,10 +1,8 @@
 #include "BusFileDataManager.h"
 
-#include <QtGlobal>
+#include "FieldbusNames.h"
 
-namespace {
-const int chineseLanguageId = 3;
-}
+#include <QtGlobal>
 
 QString BusFileDataManager::getBusNameCn(const QString &shortName)
 {
@@ -26,7 +24,7 @@ QString BusFileDataManager::getBusNameCn(const QString &shortName)
 
 QString BusFileDataManager::getCurLanguageModuName(QString moduleName)
 {
-    if (languageId == chineseLanguageId) {
+    if (languageId == fieldbusnames::chineseLanguageId) {
         const auto it = moduleNameMap.constFind(moduleName);
         if (it != moduleNameMap.cend())
             return it.value();

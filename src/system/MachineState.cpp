@@ -16,8 +16,9 @@ bool BusFileDataManager::isEditable()
 {
     if (_editMapModuName.isEmpty())
         return true;
-    showUserMessage(
-            0, tr("%1 is in editing mode,\n please exit and try again!").arg(_editMapModuName), 1);
+    showUserMessage(InfoMessage,
+                    tr("%1 is in editing mode,\n please exit and try again!").arg(_editMapModuName),
+                    OkButton);
     return false;
 }
 
@@ -25,7 +26,7 @@ bool BusFileDataManager::isHasRteAuthority()
 {
     if (DataAccess::hasRteAuthority())
         return true;
-    showUserMessage(1, tr("Please get the RTE authority, and retry!"), 1);
+    showUserMessage(WarningMessage, tr("Please get the RTE authority, and retry!"), OkButton);
     return false;
 }
 
@@ -33,7 +34,7 @@ bool BusFileDataManager::isRebootRde()
 {
     if (!DataAccess::isRobotRunning() && !DataAccess::isServoOn())
         return true;
-    showUserMessage(1, tr("Please turn off the servo first!"), 1);
+    showUserMessage(WarningMessage, tr("Please turn off the servo first!"), OkButton);
     return false;
 }
 
@@ -42,11 +43,11 @@ bool BusFileDataManager::isMapFuncEdit(IoType type)
     if (g_imIoType != type && g_imIoType != IoTypeAll)
         return true;
     const MsgBox::returnValue answer = showUserMessage(
-            0,
+            InfoMessage,
             tr("The mapping file has been updated and needs to be restarted to take effect.\n Do "
                "you want to restart now?"),
-            3);
-    if (answer == 1)
+            YesNoButtons);
+    if (answer == MsgBox::Yes)
         rebootRobot(true);
     return false;
 }
@@ -55,7 +56,7 @@ void BusFileDataManager::rebootRobot(bool)
 {
     SysSettingApi::getInstance()->delay_MSec(1000);
     SysSettingApi::getInstance()->rebootRde(true, true);
-    showUserMessage(0, tr("Please close and reopen the teaching pendant."), 1);
+    showUserMessage(InfoMessage, tr("Please close and reopen the teaching pendant."), OkButton);
 }
 
 void BusFileDataManager::rebootTpu(bool) { }
@@ -85,7 +86,7 @@ int BusFileDataManager::checkProfiSAFEStatus()
 
 void BusFileDataManager::getErrorMsg(const QString &path)
 {
-    showUserMessage(2, tr("Failed to get file from controller:%1!").arg(path), 1);
+    showUserMessage(ErrorMessage, tr("Failed to get file from controller:%1!").arg(path), OkButton);
 }
 
 void BusFileDataManager::delay_MSec(unsigned int ms)
