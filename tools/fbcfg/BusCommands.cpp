@@ -1,0 +1,239 @@
+#include "Commands.h"
+#include "Output.h"
+#include "Session.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+QString onOff(bool on)
+{
+    return on ? Fbcfg::tr("on") : Fbcfg::tr("off");
+}
+
+QJsonArray busesJson(const QVector<BusName> &buses)
+{
+    QJsonArray array;
+    for (const BusName &bus : buses) {
+        array.append(QJsonObject{{QStringLiteral("name"), bus.name},
+                                 {QStringLiteral("shortName"), bus.shortName},
+                                 {QStringLiteral("enabled"), bus.enable}});
+    }
+    return array;
+}
+
+void printBuses(const QVector<BusName> &buses)
+{
+    QVector<QStringList> rows;
+    for (const BusName &bus : buses)
+        rows.append({bus.name, bus.shortName, onOff(bus.enable)});
+    Output::table({Fbcfg::tr("NAME"), Fbcfg::tr("SHORT"), Fbcfg::tr("STATE")}, rows);
+}
+
+const QStringList areaTypes{QStringLiteral("bool"), QStringLiteral("int"), QStringLiteral("float")};
+const QStringList groupTypes{QStringLiteral("int"), QStringLiteral("float"),
+                             QStringLiteral("string")};
+
+} // namespace
+
+int runStatus(Session &session, const Call &)
+{
+    if (const int rc = session.fetch(Session::FieldbusList | Session::FieldbusConfig
+                                     | Session::Functions | Session::SignalMap | Session::GroupIo))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    const QVector<BusName> buses = m->getBusNameList(true, false);
+    const QStringList modules = m->getModuleList();
+
+    QJsonArray mappings;
+    QJsonArray areas;
+    QVector<QStringList> rows;
+    for (const QString &bus : signalBuses(m)) {
+        for (const BiBo dir : {BusInput, BusOutput}) {
+            int signalCount = 0;
+            int groupSignals = 0;
+            for (const FuncAndMapInfo &row : m->getMapInfoList(bus, dir))
+                ++(row.fieldBus == bus ? signalCount : groupSignals);
+            int groups = 0;
+            for (const QString &type : groupTypes)
+                groups += m->getBusGroupInfo(bus, dir, type, false).size();
+            int sizes[3];
+            for (int i = 0; i < 3; ++i)
+                sizes[i] = m->getBusNum(bus, dir, areaTypes.at(i));
+
+            mappings.append(QJsonObject{{QStringLiteral("bus"), bus},
+                                        {QStringLiteral("direction"), directionKey(dir)},
+                                        {QStringLiteral("signals"), signalCount},
+                                        {QStringLiteral("groupSignals"), groupSignals},
+                                        {QStringLiteral("groups"), groups}});
+            areas.append(QJsonObject{{QStringLiteral("bus"), bus},
+                                     {QStringLiteral("direction"), directionKey(dir)},
+                                     {QStringLiteral("bool"), sizes[0]},
+                                     {QStringLiteral("int"), sizes[1]},
+                                     {QStringLiteral("other"), sizes[2]}});
+            rows.append({bus, directionWord(dir), QString::number(signalCount),
+                         QString::number(groupSignals), QString::number(groups),
+                         QString::number(sizes[0]), QString::number(sizes[1]),
+                         QString::number(sizes[2])});
+        }
+    }
+
+    if (session.settings().json) {
+        Output::json(QJsonObject{{QStringLiteral("buses"), busesJson(buses)},
+                                 {QStringLiteral("freeBusOpen"), m->isOpenFreeBus()},
+                                 {QStringLiteral("modules"), QJsonArray::fromStringList(modules)},
+                                 {QStringLiteral("mappings"), mappings},
+                                 {QStringLiteral("areas"), areas}});
+        return ExitOk;
+    }
+    Output::line(Fbcfg::tr("Buses:"));
+    printBuses(buses);
+    Output::line(Fbcfg::tr("Free bus: %1")
+                         .arg(m->isOpenFreeBus() ? Fbcfg::tr("open") : Fbcfg::tr("closed")));
+    Output::line();
+    Output::line(Fbcfg::tr("Modules (%1): %2")
+                         .arg(modules.size())
+                         .arg(modules.join(QStringLiteral(", "))));
+    Output::line();
+    Output::line(Fbcfg::tr("Signals, groups and user IO areas of the buses that are on:"));
+    Output::table({Fbcfg::tr("BUS"), Fbcfg::tr("DIRECTION"), Fbcfg::tr("SIGNALS"),
+                   Fbcfg::tr("GROUP SIGNALS"), Fbcfg::tr("GROUPS"), Fbcfg::tr("BOOL"),
+                   Fbcfg::tr("INT"), Fbcfg::tr("OTHER")},
+                  rows);
+    return ExitOk;
+}
+
+int runBusList(Session &session, const Call &)
+{
+    if (const int rc = session.fetch(Session::FieldbusList))
+        return rc;
+    const QVector<BusName> buses = session.manager()->getBusNameList(true, false);
+    if (session.settings().json)
+        Output::json(busesJson(buses));
+    else
+        printBuses(buses);
+    return ExitOk;
+}
+
+int runBusSwitch(Session &session, const Call &call)
+{
+    const bool enable = call.name.endsWith(QLatin1String("enable"));
+    const QString wanted = call.args.at(0);
+    if (const int rc = session.fetch(Session::FieldbusList | Session::SignalMap))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    QMap<QString, BusName> all = m->getAllBusName();
+    auto found = all.end();
+    QStringList known;
+    for (auto it = all.begin(); it != all.end(); ++it) {
+        known.append(it->shortName);
+        if (found == all.end() && it->shortName.compare(wanted, Qt::CaseInsensitive) == 0)
+            found = it;
+    }
+    // The library always adds the Modbus TCP slave, switched on, unless the file lists it.
+    if (found == all.end() && wanted.compare(QLatin1String("mtcp"), Qt::CaseInsensitive) == 0)
+        return refuse(Fbcfg::tr("the Modbus TCP slave mtcp is always on"));
+    if (found == all.end())
+        return refuse(Fbcfg::tr("there is no bus %1; the buses are %2")
+                              .arg(wanted, known.join(QStringLiteral(", "))));
+    const QString title = QStringLiteral("%1 (%2)").arg(found->name, found->shortName);
+    if (found->enable == enable) {
+        Output::line(Fbcfg::tr("%1 is already %2").arg(title, onOff(enable)));
+        return ExitOk;
+    }
+    const int stillMapped = m->getMapInfoList(found->shortName, BusInput).size()
+            + m->getMapInfoList(found->shortName, BusOutput).size();
+
+    found->enable = enable;
+    m->setBusInfo(all);
+    if (!m->writeSendFieldbusXml()) {
+        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_FIELDBUS_XML));
+        return ExitFailure;
+    }
+    if (const int rc = session.waitSent(RDE_FIELDBUS_XML))
+        return rc;
+    Output::line(Fbcfg::tr("%1 switched %2").arg(title, onOff(enable)));
+    if (!enable && stillMapped > 0)
+        Output::note(QStringLiteral("warning: ")
+                     + Fbcfg::tr("%n mapped signal(s) of %1 stay mapped while it is off", nullptr,
+                                 stillMapped)
+                               .arg(found->shortName));
+    return ExitOk;
+}
+
+int runBusPerformance(Session &session, const Call &call)
+{
+    const QString state = call.args.at(1);
+    if (state != QLatin1String("on") && state != QLatin1String("off"))
+        return usageError(call, Fbcfg::tr("the switch is on or off, not '%1'").arg(state));
+    int mask = 0;
+    if (call.isSet(QStringLiteral("current"))) {
+        const QString text = call.value(QStringLiteral("current"));
+        bool ok = false;
+        mask = text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)
+                ? text.mid(2).toInt(&ok, 16)
+                : text.toInt(&ok, 10);
+        if (!ok || mask < 0)
+            return usageError(call,
+                              Fbcfg::tr("--current must be a switch word, not '%1'").arg(text));
+    }
+    if (const int rc = session.open())
+        return rc;
+    const int index = session.manager()->getBusIndex(call.args.at(0));
+    if (index < 0)
+        return refuse(Fbcfg::tr("the performance switch knows no bus %1; it knows mtcp, ethcat, "
+                                "eip, pfn, ecm, dns, mbc, eim, pnm and dnm")
+                              .arg(call.args.at(0)));
+    const int value = BusFileDataManager::getPerformanceValue(BusType(index), mask,
+                                                              state == QLatin1String("on"));
+    if (const int rc = session.unansweredQuestion())
+        return rc;
+    if (value == -1) {
+        Output::line(Fbcfg::tr("kept: the switch word stays %1").arg(mask));
+        return ExitRefused;
+    }
+    Output::line(QString::number(value));
+    return ExitOk;
+}
+
+int runEndianGet(Session &session, const Call &)
+{
+    if (const int rc = session.open())
+        return rc;
+    QString endian;
+    if (!BusFileDataManager::getAndReadFbslave(endian)) {
+        Output::error(Fbcfg::tr("cannot read %1 from the controller").arg(RDE_FBSLAVE_CFGX));
+        return ExitFailure;
+    }
+    if (session.settings().json)
+        Output::json(QJsonObject{{QStringLiteral("endian"), endian}});
+    else
+        Output::line(endian);
+    return ExitOk;
+}
+
+int runEndianSet(Session &session, const Call &call)
+{
+    const QString wanted = call.args.at(0);
+    if (wanted != QLatin1String("big") && wanted != QLatin1String("little"))
+        return usageError(call, Fbcfg::tr("the byte order is big or little, not '%1'").arg(wanted));
+    if (const int rc = session.open())
+        return rc;
+    // Fetched first: the write changes the local copy.
+    QString present;
+    if (!BusFileDataManager::getAndReadFbslave(present)) {
+        Output::error(Fbcfg::tr("cannot read %1 from the controller").arg(RDE_FBSLAVE_CFGX));
+        return ExitFailure;
+    }
+    if (present == wanted) {
+        Output::line(Fbcfg::tr("the byte order is already %1").arg(wanted));
+        return ExitOk;
+    }
+    if (!BusFileDataManager::writeAndSendFbslave(wanted)) {
+        Output::error(Fbcfg::tr("writing or sending %1 failed").arg(RDE_FBSLAVE_CFGX));
+        return ExitFailure;
+    }
+    Output::line(Fbcfg::tr("byte order: %1 -> %2").arg(present, wanted));
+    return ExitOk;
+}

@@ -1,0 +1,89 @@
+#include "Commands.h"
+
+#include "BusFileDataManager.h"
+#include "Output.h"
+
+int usageError(const Call &call, const QString &what)
+{
+    Output::error(Fbcfg::tr("%1; see fbcfg %2 --help").arg(what, call.name));
+    return ExitFailure;
+}
+
+int refuse(const QString &why)
+{
+    Output::error(Fbcfg::tr("refused: %1").arg(why));
+    return ExitRefused;
+}
+
+int readDirections(const Call &call, bool required, QVector<BiBo> &directions)
+{
+    directions.clear();
+    if (!call.isSet(QStringLiteral("dir"))) {
+        if (required)
+            return usageError(call, Fbcfg::tr("--dir in|out is required"));
+        directions = {BusInput, BusOutput};
+        return ExitOk;
+    }
+    const QString value = call.value(QStringLiteral("dir"));
+    if (value == QLatin1String("in"))
+        directions = {BusInput};
+    else if (value == QLatin1String("out"))
+        directions = {BusOutput};
+    else
+        return usageError(call, Fbcfg::tr("--dir must be in or out, not '%1'").arg(value));
+    return ExitOk;
+}
+
+bool readInt(const QString &text, int *value)
+{
+    bool ok = false;
+    *value = text.toInt(&ok, 10);
+    return ok && !text.trimmed().isEmpty() && text.trimmed() == text;
+}
+
+QString directionKey(BiBo dir)
+{
+    return dir == BusInput ? QStringLiteral("in") : QStringLiteral("out");
+}
+
+QString directionWord(BiBo dir)
+{
+    return dir == BusInput ? Fbcfg::tr("input") : Fbcfg::tr("output");
+}
+
+int editAllowed(BusFileDataManager *manager)
+{
+    // Evaluated in the pendant's order; the first that fails has shown why.
+    if (BusFileDataManager::isEditable() && manager->isHasRteAuthority()
+        && BusFileDataManager::isRebootRde() && BusFileDataManager::isMapFuncEdit(IoTypeFieldbus))
+        return ExitOk;
+    return refuse(Fbcfg::tr("the pendant does not allow editing now (see the warning above)"));
+}
+
+QStringList signalBuses(BusFileDataManager *manager)
+{
+    QStringList names;
+    for (const BusName &bus : manager->getBusNameList(false, true)) {
+        if (!names.contains(bus.shortName))
+            names.append(bus.shortName);
+    }
+    return names;
+}
+
+QString moduleKey(BusFileDataManager *manager, const QString &name)
+{
+    if (name.isEmpty())
+        return QString();
+    if (manager->isExistModule(name))
+        return name;
+    return manager->getModuleNameEnCn(name, false);
+}
+
+QString functionDisplay(BusFileDataManager *manager, const QString &module, const QString &name)
+{
+    if (manager->getLanguageType() != 3)
+        return name;
+    QString chinese = manager->getFuncNameCn(module, name);
+    chinese.chop(1); // the trailing "," that joins lists of names
+    return chinese.isEmpty() ? name : chinese;
+}

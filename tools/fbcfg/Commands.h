@@ -1,0 +1,71 @@
+#pragma once
+
+#include "FieldbusTypes.h"
+
+#include <QCommandLineParser>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+class BusFileDataManager;
+class Session;
+
+// One command as the command line gave it.
+struct Call
+{
+    // The command's words, e.g. "map set", for messages and help.
+    QString name;
+    // Positional arguments after the command's words.
+    QStringList args;
+    const QCommandLineParser *parser = nullptr;
+
+    bool isSet(const QString &option) const { return parser->isSet(option); }
+    QString value(const QString &option) const { return parser->value(option); }
+};
+
+using Handler = int (*)(Session &, const Call &);
+
+int runStatus(Session &session, const Call &call);
+int runBusList(Session &session, const Call &call);
+int runBusSwitch(Session &session, const Call &call);
+int runBusPerformance(Session &session, const Call &call);
+int runMapList(Session &session, const Call &call);
+int runMapSet(Session &session, const Call &call);
+int runMapUnset(Session &session, const Call &call);
+int runGroupList(Session &session, const Call &call);
+int runGroupSet(Session &session, const Call &call);
+int runGroupDelete(Session &session, const Call &call);
+int runBackup(Session &session, const Call &call);
+int runImport(Session &session, const Call &call);
+int runDescribeList(Session &session, const Call &call);
+int runDescribeSet(Session &session, const Call &call);
+int runEndianGet(Session &session, const Call &call);
+int runEndianSet(Session &session, const Call &call);
+int runCheck(Session &session, const Call &call);
+
+// ---- shared by the commands ----
+
+// Bad usage: one line naming what is wrong and where to read more.
+int usageError(const Call &call, const QString &what);
+// "Refused" and why: exit status 1.
+int refuse(const QString &why);
+
+// The directions --dir selects (both when it is not given and not required),
+// or a usage error.
+int readDirections(const Call &call, bool required, QVector<BiBo> &directions);
+// A decimal integer, nothing else.
+bool readInt(const QString &text, int *value);
+
+// "in"/"out" for JSON, a translated word for people.
+QString directionKey(BiBo dir);
+QString directionWord(BiBo dir);
+
+// The pendant's checks before an edit; each shows its own reason.
+int editAllowed(BusFileDataManager *manager);
+
+// Switched-on buses that carry signals, by short name, each once.
+QStringList signalBuses(BusFileDataManager *manager);
+// The English key of a module given in either language; empty when unknown.
+QString moduleKey(BusFileDataManager *manager, const QString &name);
+// A function's name in the chosen language.
+QString functionDisplay(BusFileDataManager *manager, const QString &module, const QString &name);

@@ -1,0 +1,260 @@
+#include "Commands.h"
+#include "ConfigSnapshot.h"
+#include "Output.h"
+#include "Session.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+const QStringList groupTypes{QStringLiteral("int"), QStringLiteral("float"),
+                             QStringLiteral("string")};
+
+// The reader's table of a type text: int, float, anything else string.
+int readTable(const QString &type)
+{
+    if (type.compare(groupTypes.at(0), Qt::CaseInsensitive) == 0)
+        return 0;
+    return type.compare(groupTypes.at(1), Qt::CaseInsensitive) == 0 ? 1 : 2;
+}
+
+int readType(const Call &call, QString &type)
+{
+    type = call.value(QStringLiteral("type")).toLower();
+    if (!call.isSet(QStringLiteral("type")))
+        return usageError(call, Fbcfg::tr("--type int|float|string is required"));
+    if (!groupTypes.contains(type))
+        return usageError(call,
+                          Fbcfg::tr("--type must be int, float or string, not '%1'")
+                                  .arg(call.value(QStringLiteral("type"))));
+    return ExitOk;
+}
+
+QString span(const GroupInfo &g)
+{
+    return QStringLiteral("%1-%2").arg(g.deviceMapHead, g.deviceMapTail);
+}
+
+QString groupTitle(const QString &type, BiBo dir, const QString &number, const QString &bus)
+{
+    return Fbcfg::tr("%1 %2 group %3 of %4").arg(type, directionWord(dir), number, bus);
+}
+
+} // namespace
+
+int runGroupList(Session &session, const Call &call)
+{
+    QVector<BiBo> directions;
+    if (const int rc = readDirections(call, false, directions))
+        return rc;
+    if (const int rc = session.fetch(Session::FieldbusList | Session::GroupIo))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    const ConfigSnapshot snapshot =
+            ConfigSnapshot::load(session.localDir(), ConfigSnapshot::PendantLayout);
+    const QString bus = call.value(QStringLiteral("bus"));
+
+    QJsonArray array;
+    QVector<QStringList> rows;
+    for (const BiBo dir : qAsConst(directions)) {
+        for (int table = 0; table < groupTypes.size(); ++table) {
+            const QMap<QString, GroupInfo> groups = m->getAllGroupInfo(dir, groupTypes.at(table));
+            for (auto it = groups.cbegin(); it != groups.cend(); ++it) {
+                const GroupInfo &g = it.value();
+                if (!bus.isEmpty() && g.fieldBus.compare(bus, Qt::CaseInsensitive) != 0)
+                    continue;
+                // A later row of the same number replaces an earlier one, as in the reader.
+                int line = 0;
+                for (const SnapshotGroup &s : snapshot.groups) {
+                    if (s.direction == dir && readTable(s.group.type) == table
+                        && s.group.address == it.key())
+                        line = s.line;
+                }
+                array.append(QJsonObject{{QStringLiteral("bus"), g.fieldBus.toLower()},
+                                         {QStringLiteral("direction"), directionKey(dir)},
+                                         {QStringLiteral("type"), g.type},
+                                         {QStringLiteral("group"), it.key()},
+                                         {QStringLiteral("first"), g.deviceMapHead},
+                                         {QStringLiteral("last"), g.deviceMapTail},
+                                         {QStringLiteral("line"), line}});
+                rows.append({g.fieldBus.toLower(), directionWord(dir), g.type, it.key(),
+                             g.deviceMapHead, g.deviceMapTail, QString::number(line)});
+            }
+        }
+    }
+    if (session.settings().json)
+        Output::json(array);
+    else if (rows.isEmpty())
+        Output::line(Fbcfg::tr("no groups"));
+    else
+        Output::table({Fbcfg::tr("BUS"), Fbcfg::tr("DIRECTION"), Fbcfg::tr("TYPE"),
+                       Fbcfg::tr("GROUP"), Fbcfg::tr("FIRST"), Fbcfg::tr("LAST"),
+                       Fbcfg::tr("LINE")},
+                      rows);
+    return ExitOk;
+}
+
+int runGroupSet(Session &session, const Call &call)
+{
+    QVector<BiBo> directions;
+    if (const int rc = readDirections(call, true, directions))
+        return rc;
+    const BiBo dir = directions.constFirst();
+    QString type;
+    if (const int rc = readType(call, type))
+        return rc;
+    const QString bus = call.args.at(0).toLower();
+    int values[3] = {};
+    for (int i = 0; i < 3; ++i) {
+        if (!readInt(call.args.at(i + 1), &values[i]))
+            return usageError(call, Fbcfg::tr("'%1' is not a number").arg(call.args.at(i + 1)));
+    }
+    const int number = values[0];
+    const int first = values[1];
+    const int last = values[2];
+    if (const int rc = session.fetch(Session::FieldbusList | Session::FieldbusConfig
+                                     | Session::SignalMap | Session::GroupIo))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    if (const int rc = editAllowed(m))
+        return rc;
+    if (!signalBuses(m).contains(bus))
+        return refuse(Fbcfg::tr("%1 is not a bus that is on; the buses that are on are %2")
+                              .arg(bus, signalBuses(m).join(QStringLiteral(", "))));
+
+    const QString numberText = QString::number(number);
+    const QString dirWord = directionWord(dir);
+    const int groupCount = m->getBusNum(QStringLiteral("group_") + bus, dir, type);
+    if (number < 0 || number >= groupCount)
+        return refuse(Fbcfg::tr("group %1 is beyond the %2 %3 %4 groups of %5 (0-%6)")
+                              .arg(number)
+                              .arg(groupCount)
+                              .arg(type, dirWord, bus)
+                              .arg(groupCount - 1));
+    const int bits = m->getBusNum(bus, dir, QStringLiteral("bool"));
+    if (first > last)
+        return refuse(
+                Fbcfg::tr("the first address %1 comes after the last %2").arg(first).arg(last));
+    if (first < 0 || last >= bits)
+        return refuse(Fbcfg::tr("addresses %1-%2 are beyond %3's %4 bool %5 addresses (0-%6)")
+                              .arg(first)
+                              .arg(last)
+                              .arg(bus)
+                              .arg(bits)
+                              .arg(dirWord)
+                              .arg(bits - 1));
+    const QString range = QStringLiteral("%1,%2").arg(first).arg(last);
+    const QString inside = m->isGroupAddrValid(bus, dir, range);
+    if (inside != QLatin1String("ok")) {
+        QVector<FuncAndMapInfo> table;
+        m->getBusSignalMap(dir, table);
+        QString holder;
+        for (const FuncAndMapInfo &row : qAsConst(table)) {
+            if (holder.isEmpty() && row.fieldBus == bus && row.address == inside
+                && row.type.contains(QLatin1String("bool"), Qt::CaseInsensitive))
+                holder = QStringLiteral(" (%1 %2)").arg(row.module, row.name);
+        }
+        return refuse(Fbcfg::tr("the bool signal at address %1%2 of %3 lies inside %4-%5")
+                              .arg(inside, holder, bus)
+                              .arg(first)
+                              .arg(last));
+    }
+    for (const QString &other : groupTypes) {
+        const QString overlap = m->isAddressGroupValid(bus, dir, other, numberText, range, false);
+        if (overlap == QLatin1String("ok"))
+            continue;
+        QString otherSpan;
+        for (const GroupInfo &g : m->getBusGroupInfo(bus, dir, other, false)) {
+            if (g.address == overlap)
+                otherSpan = span(g);
+        }
+        return refuse(Fbcfg::tr("%1-%2 overlaps %3 (%4)")
+                              .arg(first)
+                              .arg(last)
+                              .arg(groupTitle(other, dir, overlap, bus), otherSpan));
+    }
+    // Group numbers of a direction and type are shared by all buses.
+    const QMap<QString, GroupInfo> table = m->getAllGroupInfo(dir, type);
+    const GroupInfo old = table.value(numberText);
+    if (table.contains(numberText) && old.fieldBus.compare(bus, Qt::CaseInsensitive) != 0)
+        return refuse(Fbcfg::tr("%1 %2 group %3 belongs to %4; group numbers are shared by all "
+                                "buses")
+                              .arg(type, dirWord, numberText, old.fieldBus.toLower()));
+
+    const GroupInfo group{type, numberText, bus, QString::number(first), QString::number(last)};
+    const QString heading = groupTitle(type, dir, numberText, bus);
+    if (table.contains(numberText) && span(old) == span(group)) {
+        Output::line(Fbcfg::tr("%1 is already %2").arg(heading, span(group)));
+        return ExitOk;
+    }
+    m->setGroupInfo(group, type, dir);
+    if (!m->writeSendGroupCfg()) {
+        m->updateGroupData(false);
+        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_GROUP_CFG));
+        return ExitFailure;
+    }
+    if (const int rc = session.waitSent(RDE_GROUP_CFG))
+        return rc;
+    Output::line(QStringLiteral("%1: %2 -> %3")
+                         .arg(heading, table.contains(numberText) ? span(old) : Fbcfg::tr("new"),
+                              span(group)));
+    return ExitOk;
+}
+
+int runGroupDelete(Session &session, const Call &call)
+{
+    QVector<BiBo> directions;
+    if (const int rc = readDirections(call, true, directions))
+        return rc;
+    const BiBo dir = directions.constFirst();
+    QString type;
+    if (const int rc = readType(call, type))
+        return rc;
+    const QString bus = call.args.at(0).toLower();
+    int number = 0;
+    if (!readInt(call.args.at(1), &number))
+        return usageError(call, Fbcfg::tr("'%1' is not a number").arg(call.args.at(1)));
+    if (const int rc = session.fetch(Session::FieldbusList | Session::SignalMap | Session::GroupIo))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    if (const int rc = editAllowed(m))
+        return rc;
+
+    QString key;
+    GroupInfo group;
+    for (const GroupInfo &g : m->getBusGroupInfo(bus, dir, type, false)) {
+        if (g.address.toInt() == number) {
+            key = g.address;
+            group = g;
+        }
+    }
+    const QString heading = groupTitle(type, dir, QString::number(number), bus);
+    if (key.isEmpty())
+        return refuse(Fbcfg::tr("there is no %1").arg(heading));
+    QVector<FuncAndMapInfo> table;
+    m->getBusSignalMap(dir, table);
+    QStringList users;
+    for (const FuncAndMapInfo &row : qAsConst(table)) {
+        if (row.fieldBus == QStringLiteral("group_") + bus && row.address.toInt() == number
+            && row.type.compare(type, Qt::CaseInsensitive) == 0)
+            users.append(QStringLiteral("%1 %2").arg(row.module, row.name));
+    }
+    if (!users.isEmpty())
+        return refuse(Fbcfg::tr("%1 is used by %2; unmap them first")
+                              .arg(heading, users.join(QStringLiteral(", "))));
+
+    GroupInfo deletion = group;
+    deletion.address = key;
+    deletion.deviceMapHead = QStringLiteral("-1"); // the deletion mark
+    m->setGroupInfo(deletion, type, dir);
+    if (!m->writeSendGroupCfg()) {
+        m->updateGroupData(false);
+        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_GROUP_CFG));
+        return ExitFailure;
+    }
+    if (const int rc = session.waitSent(RDE_GROUP_CFG))
+        return rc;
+    Output::line(Fbcfg::tr("%1 (%2) deleted").arg(heading, span(group)));
+    return ExitOk;
+}

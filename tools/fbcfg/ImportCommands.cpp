@@ -1,0 +1,253 @@
+#include "Commands.h"
+#include "ConfigSnapshot.h"
+#include "DataAccess.h"
+#include "Output.h"
+#include "Session.h"
+
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace {
+
+QString rowText(const FuncAndMapInfo &row, BiBo dir)
+{
+    return QStringLiteral("%1 %2 (%3) %4 %5")
+            .arg(row.module, row.name, directionWord(dir), row.fieldBus, row.address);
+}
+
+bool sameImportRow(const FuncAndMapInfo &a, const FuncAndMapInfo &b)
+{
+    return a.module == b.module && a.name == b.name && a.type == b.type && a.fieldBus == b.fieldBus
+            && a.address == b.address;
+}
+
+// Why the import's cleaning dropped a row: the first of its rules, in its order.
+QString dropReason(BusFileDataManager *m, BiBo dir, const FuncAndMapInfo &row)
+{
+    const QString &key = row.fieldBus;
+    const QStringList on = signalBuses(m);
+    const bool isGroup = key.startsWith(QLatin1String("group_"));
+    const QString bus = isGroup ? key.mid(6) : key;
+    if (!on.contains(bus))
+        return Fbcfg::tr("bus %1 is not switched on").arg(bus);
+    const int address = row.address.toInt();
+    if (!isGroup) {
+        const int count = m->getBusNum(key, dir, row.type);
+        if (address < 0 || address > count - 1)
+            return Fbcfg::tr("the address is outside %1's %2 %3 %4 addresses")
+                    .arg(bus)
+                    .arg(count)
+                    .arg(row.type, directionWord(dir));
+    } else if (m->isGroupIdExist(key, dir, row.type, address, true)
+                       .compare(QLatin1String("ok"), Qt::CaseInsensitive)
+               != 0) {
+        return Fbcfg::tr("there is no %1 %2 group %3 on %4")
+                .arg(row.type, directionWord(dir))
+                .arg(address)
+                .arg(bus);
+    }
+    if (!isGroup && row.type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0) {
+        for (const QString &type :
+             {QStringLiteral("string"), QStringLiteral("float"), QStringLiteral("int")}) {
+            const QString number =
+                    m->isAddressGroupValid(key, dir, type, QStringLiteral("no"),
+                                           row.address + QStringLiteral(",-1"), true);
+            if (number.compare(QLatin1String("ok"), Qt::CaseInsensitive) != 0)
+                return Fbcfg::tr("the bool signal lies inside %1 group %2").arg(type, number);
+        }
+    }
+    return Fbcfg::tr("not taken");
+}
+
+// Which side wins for functions both sides map differently: 1 present, 2 imported.
+int askPreference()
+{
+    for (;;) {
+        fputs(Fbcfg::tr("keep the present mapping (p) or take the imported one (i)? ")
+                      .toUtf8()
+                      .constData(),
+              stderr);
+        fflush(stderr);
+        char buffer[64] = {};
+        if (!fgets(buffer, sizeof buffer, stdin))
+            return 0;
+        const QString reply = QString::fromLocal8Bit(buffer).trimmed();
+        if (reply == QLatin1String("p"))
+            return MsgBox::Yes;
+        if (reply == QLatin1String("i"))
+            return MsgBox::No;
+    }
+}
+
+} // namespace
+
+int runBackup(Session &session, const Call &)
+{
+    if (const int rc = session.fetch(Session::SignalMap))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    if (!m->copyMapBackup()) {
+        Output::error(Fbcfg::tr("cannot copy the local %1 to its backup").arg(RDE_SIGNAL_MAP_CFG));
+        return ExitFailure;
+    }
+    if (!m->sendMapBackupToCtrl()) {
+        Output::error(
+                Fbcfg::tr("sending %1 to the controller failed").arg(RDE_SIGNAL_MAP_BACKUP_CFG));
+        return ExitFailure;
+    }
+    Output::line(
+            Fbcfg::tr("%1 backed up to %2").arg(RDE_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_BACKUP_CFG));
+    return ExitOk;
+}
+
+int runImport(Session &session, const Call &call)
+{
+    const bool all = call.isSet(QStringLiteral("all"));
+    if (all == call.isSet(QStringLiteral("modules")))
+        return usageError(call, Fbcfg::tr("give either --modules A,B or --all"));
+    int preference = 0;
+    if (call.isSet(QStringLiteral("prefer"))) {
+        const QString prefer = call.value(QStringLiteral("prefer"));
+        if (prefer != QLatin1String("present") && prefer != QLatin1String("imported"))
+            return usageError(
+                    call, Fbcfg::tr("--prefer must be present or imported, not '%1'").arg(prefer));
+        preference = prefer == QLatin1String("present") ? MsgBox::Yes : MsgBox::No;
+    }
+    const QString file = session.userPath(call.args.at(0));
+    QVector<SnapshotMapping> fileRows;
+    if (!QFileInfo(file).isFile() || !ConfigSnapshot::readMappingFile(file, fileRows)) {
+        Output::error(Fbcfg::tr("cannot read %1").arg(file));
+        return ExitFailure;
+    }
+    if (const int rc = session.fetch(Session::FieldbusList | Session::FieldbusConfig
+                                     | Session::Functions | Session::SignalMap | Session::GroupIo))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    if (const int rc = editAllowed(m))
+        return rc;
+
+    QStringList modules{pv_layout};
+    if (!all) {
+        modules.clear();
+        for (const QString &name : call.value(QStringLiteral("modules")).split(QLatin1Char(','))) {
+            const QString key = moduleKey(m, name.trimmed());
+            modules.append(key.isEmpty() ? name.trimmed() : key);
+        }
+    }
+    if (!m->readMapParaBackup(file, modules)) {
+        Output::error(Fbcfg::tr("the library could not read %1").arg(file));
+        return ExitFailure;
+    }
+
+    // What the cleaning kept, dropped, or found there already.
+    int taken = 0;
+    int already = 0;
+    QStringList dropped;
+    for (const BiBo dir : {BusInput, BusOutput}) {
+        QVector<FuncAndMapInfo> kept;
+        const auto importMap = m->getImportBusMap(dir);
+        for (const QVector<FuncAndMapInfo> &rows : importMap)
+            kept += rows;
+        QVector<FuncAndMapInfo> present;
+        m->getBusSignalMap(dir, present);
+        for (const SnapshotMapping &mapping : qAsConst(fileRows)) {
+            const FuncAndMapInfo &row = mapping.row;
+            if (mapping.direction != dir
+                || (modules.contains(pv_layout) ? row.module == pv_layout
+                                                : !modules.contains(row.module)))
+                continue;
+            const auto survivor =
+                    std::find_if(kept.begin(), kept.end(),
+                                 [&row](const FuncAndMapInfo &k) { return sameImportRow(k, row); });
+            if (survivor != kept.end()) {
+                kept.erase(survivor);
+                ++taken;
+                continue;
+            }
+            const bool there =
+                    std::any_of(present.cbegin(), present.cend(), [&row](const FuncAndMapInfo &p) {
+                        return p.fieldBus == row.fieldBus && p.name == row.name
+                                && p.type.compare(row.type, Qt::CaseInsensitive) == 0
+                                && p.address.compare(row.address, Qt::CaseInsensitive) == 0;
+                    });
+            if (there)
+                ++already;
+            else
+                dropped.append(QStringLiteral("  %1 %2: %3")
+                                       .arg(Fbcfg::tr("line %1").arg(mapping.line),
+                                            rowText(row, dir), dropReason(m, dir, row)));
+        }
+    }
+    Output::line(Fbcfg::tr("%1: %2 rows to import, %3 already there, %4 dropped")
+                         .arg(file)
+                         .arg(taken)
+                         .arg(already)
+                         .arg(dropped.size()));
+    for (const QString &line : qAsConst(dropped))
+        Output::line(line);
+
+    for (const BiBo dir : {BusInput, BusOutput}) {
+        QVector<FuncAndMapInfo> present;
+        m->getBusSignalMap(dir, present);
+        for (const FuncAndMapInfo &row : m->getImportAddressCollisions(dir)) {
+            QString holder;
+            for (const FuncAndMapInfo &p : qAsConst(present)) {
+                if (holder.isEmpty() && p.fieldBus == row.fieldBus && p.address == row.address
+                    && p.type.compare(row.type, Qt::CaseInsensitive) == 0)
+                    holder = QStringLiteral("%1 %2").arg(p.module, p.name);
+            }
+            Output::line(Fbcfg::tr("  collision: %1 takes the address of %2")
+                                 .arg(rowText(row, dir), holder));
+        }
+        const QList<FuncAndMapInfo> remapped = m->getImportRemappedFunctions(dir);
+        const QList<FuncAndMapInfo> presentRows = m->getImportPresentRows(dir);
+        for (int i = 0; i < remapped.size(); ++i) {
+            const FuncAndMapInfo &p = presentRows.value(i);
+            Output::line(Fbcfg::tr("  mapped differently: %1, present %2 %3")
+                                 .arg(rowText(remapped.at(i), dir), p.fieldBus, p.address));
+        }
+    }
+
+    if (taken == 0 && !BusFileDataManager::_isConflictImportMap) {
+        Output::line(Fbcfg::tr("nothing to import; the mapping stays as it is"));
+        return ExitOk;
+    }
+    int answer = MsgBox::Yes;
+    if (BusFileDataManager::_isConflictImportMap) {
+        answer = preference ? preference : Output::stdinIsTerminal() ? askPreference() : 0;
+        if (!answer) {
+            Output::error(Fbcfg::tr("nothing was changed: the import collides with the present "
+                                    "mapping; choose with --prefer present|imported"));
+            return ExitFailure;
+        }
+    }
+    m->handleImportMapData(MsgBox::returnValue(answer));
+    // The present mapping is kept on the controller before it is replaced.
+    if (!m->copyMapBackup() || !m->sendMapBackupToCtrl()) {
+        Output::error(Fbcfg::tr("backing up the present mapping to %1 failed; nothing was changed")
+                              .arg(RDE_SIGNAL_MAP_BACKUP_CFG));
+        return ExitFailure;
+    }
+    // A path other than the standard one writes the import's result and sends nothing.
+    const QString local = TPU_FIELDBUS_DIR + QStringLiteral("/signal_mapping_import.cfg");
+    if (!m->writeSendSignalMapCfg(local, RDE_SIGNAL_MAP_CFG)) {
+        Output::error(Fbcfg::tr("cannot write %1").arg(local));
+        return ExitFailure;
+    }
+    bool sent = false;
+    for (int attempt = 0; attempt < 3 && !sent; ++attempt)
+        sent = DataAccess::SendFileFromTPU2Controller(local, RDE_SIGNAL_MAP_CFG, false);
+    if (!sent) {
+        Output::error(
+                Fbcfg::tr("sending the imported mapping to %1 failed").arg(RDE_SIGNAL_MAP_CFG));
+        return ExitFailure;
+    }
+    g_imIoType = IoTypeAll;
+    Output::line(Fbcfg::tr("%1 now holds %2 input and %3 output rows; restart the controller for "
+                           "the new mapping to take effect")
+                         .arg(RDE_SIGNAL_MAP_CFG)
+                         .arg(m->getImportResult(BusInput).size())
+                         .arg(m->getImportResult(BusOutput).size()));
+    return ExitOk;
+}

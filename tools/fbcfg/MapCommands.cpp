@@ -1,0 +1,421 @@
+#include "Commands.h"
+#include "ConfigSnapshot.h"
+#include "Output.h"
+#include "Session.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+const QString groupPrefix = QStringLiteral("group_");
+
+// The part of a bus key by which the mapping table tells rows apart.
+QString busPart(const QString &fieldBus)
+{
+    const QString bus = fieldBus.toLower();
+    return bus.startsWith(groupPrefix) ? bus.mid(groupPrefix.size()) : bus;
+}
+
+QString place(const FuncAndMapInfo &row)
+{
+    return QStringLiteral("%1 %2").arg(row.fieldBus, row.address);
+}
+
+bool sameRow(const FuncAndMapInfo &a, const FuncAndMapInfo &b)
+{
+    return a.module == b.module && a.name == b.name
+            && a.type.compare(b.type, Qt::CaseInsensitive) == 0
+            && a.fieldBus.compare(b.fieldBus, Qt::CaseInsensitive) == 0 && a.address == b.address
+            && a.filterTime == b.filterTime && a.invert == b.invert;
+}
+
+// Merges edits into the working table and tells whether it became `expected`:
+// the table finds rows by function name and bus only, so an edit can land on
+// another module's function of the same name.
+bool applyExactly(BusFileDataManager *m, const QVector<FuncAndMapInfo> &edits, BiBo dir,
+                  const QVector<FuncAndMapInfo> &expected)
+{
+    m->setMapInfo(edits, dir);
+    QVector<FuncAndMapInfo> now;
+    m->getBusSignalMap(dir, now);
+    return std::equal(now.cbegin(), now.cend(), expected.cbegin(), expected.cend(), sameRow);
+}
+
+int refuseAmbiguous(BusFileDataManager *m, const QVector<FuncAndMapInfo> &table,
+                    const QString &module, const QString &name, const QString &fieldBus)
+{
+    m->updateMapData(false);
+    QString other;
+    for (const FuncAndMapInfo &row : table) {
+        if (other.isEmpty() && row.module != module
+            && row.name.compare(name, Qt::CaseInsensitive) == 0
+            && busPart(row.fieldBus) == busPart(fieldBus))
+            other = QStringLiteral("%1 %2 (%3)").arg(row.module, row.name, place(row));
+    }
+    return refuse(Fbcfg::tr("the library tells mapping rows apart by function name and bus only, "
+                            "and %1 has the same; nothing was changed")
+                          .arg(other.isEmpty() ? name : other));
+}
+
+// Splits a table into the rows that stay and removal edits for `rows`.
+void takeOut(const QVector<FuncAndMapInfo> &table, const QVector<int> &rows,
+             QVector<FuncAndMapInfo> &rest, QVector<FuncAndMapInfo> &removals)
+{
+    for (int i = 0; i < table.size(); ++i) {
+        if (!rows.contains(i)) {
+            rest.append(table.at(i));
+            continue;
+        }
+        removals.append(table.at(i));
+        removals.last().address = QStringLiteral("-1"); // "not mapped" removes the row
+    }
+}
+
+struct Function
+{
+    QString module; // English key
+    FuncAndMapInfo declared;
+};
+
+// The function a module declares for a direction, by its name in either language.
+int findFunction(BusFileDataManager *m, const QString &moduleName, const QString &functionName,
+                 BiBo dir, Function &found)
+{
+    found.module = moduleKey(m, moduleName);
+    if (found.module.isEmpty())
+        return refuse(Fbcfg::tr("there is no module %1; the modules are %2")
+                              .arg(moduleName, m->getModuleList().join(QStringLiteral(", "))));
+    const QVector<FuncAndMapInfo> declared = m->getFuncList(found.module).value(dir);
+    QStringList names;
+    for (const FuncAndMapInfo &f : declared) {
+        if (f.name == functionName || (!f.nameCn.isEmpty() && f.nameCn == functionName)) {
+            found.declared = f;
+            return ExitOk;
+        }
+        names.append(f.name);
+    }
+    if (names.isEmpty())
+        return refuse(Fbcfg::tr("%1 declares no %2 functions for the fieldbus")
+                              .arg(moduleName, directionWord(dir)));
+    return refuse(Fbcfg::tr("%1 declares no %2 function %3; it declares %4")
+                          .arg(moduleName, directionWord(dir), functionName,
+                               names.join(QStringLiteral(", "))));
+}
+
+QVector<int> rowsOf(const QVector<FuncAndMapInfo> &table, const QString &module,
+                    const QString &name)
+{
+    QVector<int> rows;
+    for (int i = 0; i < table.size(); ++i) {
+        if (table.at(i).module == module && table.at(i).name == name)
+            rows.append(i);
+    }
+    return rows;
+}
+
+QString title(BusFileDataManager *m, const QString &module, const QString &name,
+              const QString &type, BiBo dir)
+{
+    return QStringLiteral("%1 %2 (%3 %4)")
+            .arg(m->getCurLanguageModuName(module), functionDisplay(m, module, name), type,
+                 directionWord(dir));
+}
+
+QString places(const QVector<FuncAndMapInfo> &table, const QVector<int> &rows)
+{
+    QStringList texts;
+    for (int i : rows)
+        texts.append(place(table.at(i)));
+    return texts.isEmpty() ? Fbcfg::tr("not mapped") : texts.join(QStringLiteral(", "));
+}
+
+// Why a function of `type` may not take `address` on `bus`, in the working
+// table as it stands; empty when it may.
+QString addressProblem(BusFileDataManager *m, BiBo dir, const QString &type, const QString &bus,
+                       int address)
+{
+    const QString dirWord = directionWord(dir);
+    QVector<FuncAndMapInfo> table;
+    m->getBusSignalMap(dir, table);
+    const auto holder = [&](const QString &key) {
+        for (const FuncAndMapInfo &row : qAsConst(table)) {
+            if (row.fieldBus == key && row.type.contains(type, Qt::CaseInsensitive)
+                && row.address.toInt() == address)
+                return QStringLiteral("%1 %2").arg(row.module, row.name);
+        }
+        return QString();
+    };
+
+    if (bus.startsWith(groupPrefix)) {
+        const QString base = bus.mid(groupPrefix.size());
+        if (m->isGroupIdExist(bus, dir, type, address, false) != QLatin1String("ok"))
+            return Fbcfg::tr("there is no %1 %2 group %3 on %4")
+                    .arg(type, dirWord)
+                    .arg(address)
+                    .arg(base);
+        const int count = m->getBusNum(bus, dir, type);
+        if (address < 0 || address >= count)
+            return Fbcfg::tr("group %1 is beyond the %2 %3 groups of %4 (0-%5)")
+                    .arg(address)
+                    .arg(count)
+                    .arg(type, base)
+                    .arg(count - 1);
+        const QString taken = m->isAddressValid(bus, dir, type, address);
+        if (taken != QLatin1String("ok"))
+            return Fbcfg::tr("%1 %2 group %3 of %4 is taken by %5")
+                    .arg(type, dirWord)
+                    .arg(address)
+                    .arg(base, holder(bus).isEmpty() ? taken : holder(bus));
+        return QString();
+    }
+
+    const int count = m->getBusNum(bus, dir, type);
+    if (count <= 0)
+        return Fbcfg::tr("%1 has no %2 %3 addresses").arg(bus, type, dirWord);
+    if (address < 0 || address >= count)
+        return Fbcfg::tr("address %1 is beyond %2's %3 %4 %5 addresses (0-%6)")
+                .arg(address)
+                .arg(bus)
+                .arg(count)
+                .arg(type, dirWord)
+                .arg(count - 1);
+    const QString taken = m->isAddressValid(bus, dir, type, address);
+    if (taken != QLatin1String("ok"))
+        return Fbcfg::tr("address %1 of %2 (%3 %4) is taken by %5")
+                .arg(address)
+                .arg(bus, type, dirWord, holder(bus).isEmpty() ? taken : holder(bus));
+    if (type.compare(QLatin1String("bool"), Qt::CaseInsensitive) != 0)
+        return QString();
+    // As the import does it: a range with only a first address asks which group holds it.
+    for (const QString &groupType :
+         {QStringLiteral("string"), QStringLiteral("float"), QStringLiteral("int")}) {
+        const QString number = m->isAddressGroupValid(bus, dir, groupType, QStringLiteral("no"),
+                                                      QStringLiteral("%1,-1").arg(address), false);
+        if (number == QLatin1String("ok"))
+            continue;
+        QString range;
+        for (const GroupInfo &g : m->getBusGroupInfo(bus, dir, groupType, false)) {
+            if (g.address == number)
+                range = QStringLiteral(" (%1-%2)").arg(g.deviceMapHead, g.deviceMapTail);
+        }
+        return Fbcfg::tr("address %1 of %2 (%3 %4) lies inside %5 group %6%7")
+                .arg(address)
+                .arg(bus, type, dirWord, groupType, number, range);
+    }
+    return QString();
+}
+
+} // namespace
+
+int runMapList(Session &session, const Call &call)
+{
+    QVector<BiBo> directions;
+    if (const int rc = readDirections(call, false, directions))
+        return rc;
+    if (const int rc =
+                session.fetch(Session::FieldbusList | Session::Functions | Session::SignalMap))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    const ConfigSnapshot snapshot =
+            ConfigSnapshot::load(session.localDir(), ConfigSnapshot::PendantLayout);
+    const QString bus = call.value(QStringLiteral("bus"));
+    const QString module = call.value(QStringLiteral("module"));
+    const QString wantedKey = moduleKey(session.manager(), module);
+
+    QJsonArray array;
+    QVector<QStringList> rows;
+    for (const BiBo dir : qAsConst(directions)) {
+        QVector<FuncAndMapInfo> table;
+        m->getBusSignalMap(dir, table);
+        // The rows of a direction stand in the file in the table's order.
+        QVector<const SnapshotMapping *> lines;
+        for (const SnapshotMapping &mapping : snapshot.mappings) {
+            if (mapping.direction == dir)
+                lines.append(&mapping);
+        }
+        for (int i = 0; i < table.size(); ++i) {
+            const FuncAndMapInfo &row = table.at(i);
+            if (!bus.isEmpty() && row.fieldBus.compare(bus, Qt::CaseInsensitive) != 0)
+                continue;
+            if (!module.isEmpty() && row.module != module && row.module != wantedKey)
+                continue;
+            const SnapshotMapping *mapping = lines.value(i);
+            const int line = mapping && mapping->row.name == row.name ? mapping->line : 0;
+            const QString display = functionDisplay(m, row.module, row.name);
+            array.append(QJsonObject{{QStringLiteral("module"), row.module},
+                                     {QStringLiteral("function"), row.name},
+                                     {QStringLiteral("functionDisplay"), display},
+                                     {QStringLiteral("type"), row.type},
+                                     {QStringLiteral("bus"), row.fieldBus},
+                                     {QStringLiteral("direction"), directionKey(dir)},
+                                     {QStringLiteral("address"), row.address},
+                                     {QStringLiteral("filterTime"), row.filterTime},
+                                     {QStringLiteral("invert"), row.invert},
+                                     {QStringLiteral("line"), line}});
+            rows.append({m->getCurLanguageModuName(row.module), display, row.type, row.fieldBus,
+                         directionWord(dir), row.address, row.filterTime, row.invert,
+                         QString::number(line)});
+        }
+    }
+    if (session.settings().json)
+        Output::json(array);
+    else if (rows.isEmpty())
+        Output::line(Fbcfg::tr("no mapped signals"));
+    else
+        Output::table({Fbcfg::tr("MODULE"), Fbcfg::tr("FUNCTION"), Fbcfg::tr("TYPE"),
+                       Fbcfg::tr("BUS"), Fbcfg::tr("DIRECTION"), Fbcfg::tr("ADDRESS"),
+                       Fbcfg::tr("FILTER"), Fbcfg::tr("INVERT"), Fbcfg::tr("LINE")},
+                      rows);
+    return ExitOk;
+}
+
+int runMapSet(Session &session, const Call &call)
+{
+    QVector<BiBo> directions;
+    if (const int rc = readDirections(call, true, directions))
+        return rc;
+    const BiBo dir = directions.constFirst();
+    const QString bus = call.args.at(2).toLower();
+    int address = 0;
+    if (!readInt(call.args.at(3), &address))
+        return usageError(call,
+                          Fbcfg::tr("the address must be a number, not '%1'").arg(call.args.at(3)));
+    const QString filterTime = call.value(QStringLiteral("filter-time"));
+    int number = 0;
+    if (call.isSet(QStringLiteral("filter-time")) && (!readInt(filterTime, &number) || number < 0))
+        return usageError(call,
+                          Fbcfg::tr("--filter-time must be a number, not '%1'").arg(filterTime));
+    const QString invert = call.value(QStringLiteral("invert"));
+    if (call.isSet(QStringLiteral("invert")) && invert != QLatin1String("0")
+        && invert != QLatin1String("1"))
+        return usageError(call, Fbcfg::tr("--invert must be 0 or 1, not '%1'").arg(invert));
+
+    if (const int rc = session.fetch(Session::FieldbusList | Session::FieldbusConfig
+                                     | Session::Functions | Session::SignalMap | Session::GroupIo))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    if (const int rc = editAllowed(m))
+        return rc;
+    Function f;
+    if (const int rc = findFunction(m, call.args.at(0), call.args.at(1), dir, f))
+        return rc;
+    const QString &type = f.declared.type;
+    const bool isBool = type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0;
+    if (call.isSet(QStringLiteral("filter-time")) && !(isBool && dir == BusInput))
+        return usageError(call, Fbcfg::tr("--filter-time applies only to bool inputs"));
+    if (call.isSet(QStringLiteral("invert")) && !isBool)
+        return usageError(call, Fbcfg::tr("--invert applies only to bool signals"));
+
+    const QString base = busPart(bus);
+    if (!signalBuses(m).contains(base)) {
+        QStringList all;
+        for (const BusName &b : m->getBusNameList(false, false))
+            all.append(b.shortName);
+        return refuse(all.contains(base)
+                              ? Fbcfg::tr("bus %1 is switched off").arg(base)
+                              : Fbcfg::tr("there is no bus %1; the buses that are on are %2")
+                                        .arg(base, signalBuses(m).join(QStringLiteral(", "))));
+    }
+
+    QVector<FuncAndMapInfo> table;
+    m->getBusSignalMap(dir, table);
+    const QVector<int> present = rowsOf(table, f.module, f.declared.name);
+    QVector<FuncAndMapInfo> without;
+    QVector<FuncAndMapInfo> removals;
+    takeOut(table, present, without, removals);
+    // The function's own rows must not count against it.
+    if (!removals.isEmpty() && !applyExactly(m, removals, dir, without))
+        return refuseAmbiguous(m, table, f.module, f.declared.name, removals.constFirst().fieldBus);
+    const QString problem = addressProblem(m, dir, type, bus, address);
+    m->updateMapData(false);
+    if (!problem.isEmpty())
+        return refuse(problem);
+
+    FuncAndMapInfo row = f.declared;
+    row.module = f.module;
+    row.fieldBus = bus;
+    row.address = QString::number(address);
+    // Never empty: an empty value would break the line format.
+    const FuncAndMapInfo *old = present.size() == 1 ? &table.at(present.constFirst()) : nullptr;
+    const auto kept = [](const QString &given, const QString &old) {
+        return !given.isEmpty() ? given : !old.isEmpty() ? old : QStringLiteral("0");
+    };
+    row.filterTime = kept(filterTime, old ? old->filterTime : QString());
+    row.invert = kept(invert, old ? old->invert : QString());
+
+    QVector<FuncAndMapInfo> expected;
+    QVector<FuncAndMapInfo> edits;
+    if (old && busPart(old->fieldBus) == base) {
+        // Same key: the row changes where it stands.
+        expected = table;
+        FuncAndMapInfo &changed = expected[present.constFirst()];
+        changed.fieldBus = row.fieldBus;
+        changed.address = row.address;
+        changed.filterTime = row.filterTime;
+        changed.invert = row.invert;
+        edits = {row};
+    } else {
+        expected = without + QVector<FuncAndMapInfo>{row};
+        edits = removals + QVector<FuncAndMapInfo>{row};
+    }
+    if (!applyExactly(m, edits, dir, expected))
+        return refuseAmbiguous(m, table, f.module, f.declared.name, bus);
+    if (!m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG)) {
+        m->updateMapData(false);
+        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_SIGNAL_MAP_CFG));
+        return ExitFailure;
+    }
+    if (const int rc = session.waitSent(RDE_SIGNAL_MAP_CFG))
+        return rc;
+    Output::line(QStringLiteral("%1: %2 -> %3")
+                         .arg(title(m, f.module, f.declared.name, type, dir),
+                              places(table, present), place(row)));
+    return ExitOk;
+}
+
+int runMapUnset(Session &session, const Call &call)
+{
+    QVector<BiBo> directions;
+    if (const int rc = readDirections(call, true, directions))
+        return rc;
+    const BiBo dir = directions.constFirst();
+    if (const int rc =
+                session.fetch(Session::FieldbusList | Session::Functions | Session::SignalMap))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    if (const int rc = editAllowed(m))
+        return rc;
+    // Rows of modules or functions no longer declared can be removed too.
+    QString module = moduleKey(m, call.args.at(0));
+    if (module.isEmpty())
+        module = call.args.at(0);
+    QString name = call.args.at(1);
+    for (const FuncAndMapInfo &f : m->getFuncList(module).value(dir)) {
+        if (!f.nameCn.isEmpty() && f.nameCn == name)
+            name = f.name;
+    }
+
+    QVector<FuncAndMapInfo> table;
+    m->getBusSignalMap(dir, table);
+    const QVector<int> present = rowsOf(table, module, name);
+    if (present.isEmpty())
+        return refuse(Fbcfg::tr("%1 %2 has no %3 mapping")
+                              .arg(call.args.at(0), call.args.at(1), directionWord(dir)));
+    QVector<FuncAndMapInfo> without;
+    QVector<FuncAndMapInfo> removals;
+    takeOut(table, present, without, removals);
+    if (!applyExactly(m, removals, dir, without))
+        return refuseAmbiguous(m, table, module, name, removals.constFirst().fieldBus);
+    if (!m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG)) {
+        m->updateMapData(false);
+        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_SIGNAL_MAP_CFG));
+        return ExitFailure;
+    }
+    if (const int rc = session.waitSent(RDE_SIGNAL_MAP_CFG))
+        return rc;
+    Output::line(QStringLiteral("%1: %2 -> %3")
+                         .arg(title(m, module, name, table.at(present.constFirst()).type, dir),
+                              places(table, present), Fbcfg::tr("not mapped")));
+    return ExitOk;
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QJsonValue>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+// Translation context of every text the tool shows.
+class Fbcfg
+{
+    Q_DECLARE_TR_FUNCTIONS(fbcfg)
+};
+
+// Exit status of a command.
+enum ExitCode : int { ExitOk = 0, ExitRefused = 1, ExitFailure = 2 };
+
+// Terminal output, always UTF-8 whatever the locale.
+namespace Output {
+
+void setVerbose(bool verbose);
+bool isVerbose();
+
+// A line on stdout.
+void line(const QString &text = QString());
+// A line on stderr, as it stands.
+void note(const QString &text);
+// "fbcfg: TEXT" on stderr.
+void error(const QString &text);
+// Replaces the progress line on stderr; only when stderr is a terminal.
+void progress(const QString &text);
+void endProgress();
+
+void json(const QJsonValue &value);
+// Aligned columns; `header` may be empty.
+void table(const QStringList &header, const QVector<QStringList> &rows);
+
+// A message box text on one line.
+QString folded(const QString &text);
+
+bool stdinIsTerminal();
+// Drops Qt's debug, info and warning output unless verbose.
+void installMessageHandler();
+
+} // namespace Output

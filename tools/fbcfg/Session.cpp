@@ -1,0 +1,393 @@
+#include "Session.h"
+
+#include "ConfigSnapshot.h"
+#include "Output.h"
+#include "PendantSim.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QXmlStreamWriter>
+
+#include <cstdio>
+
+namespace {
+
+const QString funcListKey = QStringLiteral("funcList");
+
+QString fileName(const QString &path)
+{
+    return path.section(QLatin1Char('/'), -1);
+}
+
+QString bundledSample()
+{
+    const QDir binDir(QCoreApplication::applicationDirPath());
+    const QString installed = QDir::cleanPath(
+            binDir.absoluteFilePath(QStringLiteral(FBCFG_DATA_FROM_BIN "/examples/controller")));
+    if (QFileInfo(installed).isDir())
+        return installed;
+    return QStringLiteral(FBCFG_SOURCE_SAMPLE);
+}
+
+bool copyTree(const QString &from, const QString &to)
+{
+    if (!QDir().mkpath(to))
+        return false;
+    QDirIterator it(from, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString target = to + QLatin1Char('/') + QDir(from).relativeFilePath(source);
+        const bool done =
+                it.fileInfo().isDir() ? QDir().mkpath(target) : QFile::copy(source, target);
+        if (!done)
+            return false;
+    }
+    return true;
+}
+
+// An application parameter file that makes every module visible, so that the
+// manager keeps them all.
+bool writeAppParameters(const QString &path, const QStringList &names)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    QXmlStreamWriter xml(&file);
+    xml.setAutoFormatting(true);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("root"));
+    for (const QString &name : names) {
+        xml.writeStartElement(QStringLiteral("app"));
+        xml.writeTextElement(QStringLiteral("appName"), name);
+        xml.writeTextElement(QStringLiteral("appVisible"), QStringLiteral("true"));
+        xml.writeEndElement();
+    }
+    xml.writeEndDocument();
+    return file.commit();
+}
+
+} // namespace
+
+Session::Session(const Settings &settings)
+    : m_settings(settings)
+    , m_startDir(QDir::currentPath())
+{ }
+
+Session::~Session()
+{
+    if (m_manager) {
+        m_manager->detach(this);
+        // Stops the transfer thread before the application goes away.
+        delete m_manager;
+    }
+    pendantsim::setMsgBoxHandler(nullptr);
+    QDir::setCurrent(m_startDir);
+}
+
+QString Session::localDir() const
+{
+    return QDir::cleanPath(
+            QDir(m_workspace + QStringLiteral("/pendant")).absoluteFilePath(TPU_FIELDBUS_DIR));
+}
+
+QString Session::userPath(const QString &path) const
+{
+    return QDir::cleanPath(QDir(m_startDir).absoluteFilePath(path));
+}
+
+int Session::open()
+{
+    if (m_opened)
+        return ExitOk;
+    if (m_settings.workspace.isEmpty()) {
+        m_temporary =
+                std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/fbcfg-XXXXXX"));
+        if (!m_temporary->isValid()) {
+            Output::error(Fbcfg::tr("cannot make a temporary workspace: %1")
+                                  .arg(m_temporary->errorString()));
+            return ExitFailure;
+        }
+        m_workspace = m_temporary->path();
+    } else {
+        m_workspace = userPath(m_settings.workspace);
+        if (!QDir().mkpath(m_workspace)) {
+            Output::error(Fbcfg::tr("cannot make the workspace %1").arg(m_workspace));
+            return ExitFailure;
+        }
+    }
+    if (const int rc = prepareController())
+        return rc;
+
+    const QString pendantDir = m_workspace + QStringLiteral("/pendant");
+    if (!QDir().mkpath(pendantDir)) {
+        Output::error(Fbcfg::tr("cannot make %1").arg(pendantDir));
+        return ExitFailure;
+    }
+    if (const int rc = prepareAppParameters(pendantDir))
+        return rc;
+    // The library finds its working folder and the parameter files from here.
+    QDir::setCurrent(pendantDir);
+
+    pendantsim::setControllerRoot(m_controllerDir);
+    // The manager takes the language once, when it is made.
+    pendantsim::setLanguageId(m_settings.chinese ? 3 : 2);
+    pendantsim::setMsgBoxHandler([this](const pendantsim::ShownMessage &message) {
+        return answerBox(message.type, message.text, message.buttons);
+    });
+
+    m_manager = BusFileDataManager::getInstance();
+    setIsFieldXml(true);
+    setIsFieldbusCfg(true);
+    setIsSignalMap(true);
+    setIsGroupIO(true);
+    setIsFuncInfo(true);
+    setIsFuncList(true);
+    setIsUsedes(true);
+    m_manager->attach(this);
+    m_opened = true;
+    return ExitOk;
+}
+
+int Session::prepareController()
+{
+    if (!m_settings.controller.isEmpty()) {
+        m_controllerDir = userPath(m_settings.controller);
+        if (!QFileInfo(m_controllerDir).isDir()) {
+            Output::error(
+                    Fbcfg::tr("the controller folder %1 does not exist").arg(m_controllerDir));
+            return ExitFailure;
+        }
+        if (!QFileInfo(m_controllerDir + QStringLiteral("/application/fidbus")).isDir()) {
+            Output::error(Fbcfg::tr("%1 is not a controller folder: it has no application/fidbus")
+                                  .arg(m_controllerDir));
+            return ExitFailure;
+        }
+        return ExitOk;
+    }
+
+    const QString sample = bundledSample();
+    if (!QFileInfo(sample).isDir()) {
+        Output::error(Fbcfg::tr("the sample controller is missing (looked in %1); give one with "
+                                "--controller")
+                              .arg(sample));
+        return ExitFailure;
+    }
+    // A fresh copy each run: the sample itself is never changed.
+    m_controllerDir = m_workspace + QStringLiteral("/Controller");
+    QDir(m_controllerDir).removeRecursively();
+    if (!copyTree(sample, m_controllerDir)) {
+        Output::error(Fbcfg::tr("cannot copy the sample controller to %1").arg(m_controllerDir));
+        return ExitFailure;
+    }
+    Output::error(m_temporary ? Fbcfg::tr("working on a copy of the sample controller in %1 "
+                                          "(removed at exit)")
+                                        .arg(m_controllerDir)
+                              : Fbcfg::tr("working on a copy of the sample controller in %1")
+                                        .arg(m_controllerDir));
+    return ExitOk;
+}
+
+int Session::prepareAppParameters(const QString &pendantDir)
+{
+    const QStringList languages{QStringLiteral("en"), QStringLiteral("cn")};
+    QMap<QString, SnapshotModule> modules;
+    bool modulesRead = false;
+    for (const QString &language : languages) {
+        const QString name = QStringLiteral("appParameters_%1.xml").arg(language);
+        const QString target = pendantDir + QLatin1Char('/') + name;
+        const QString source = m_controllerDir + QStringLiteral("/pendant/") + name;
+        QFile::remove(target);
+        if (QFileInfo(source).isFile()) {
+            if (!QFile::copy(source, target)) {
+                Output::error(Fbcfg::tr("cannot copy %1 to %2").arg(source, target));
+                return ExitFailure;
+            }
+            continue;
+        }
+        if (!modulesRead) {
+            modules =
+                    ConfigSnapshot::load(m_controllerDir, ConfigSnapshot::ControllerLayout).modules;
+            modulesRead = true;
+        }
+        QStringList names;
+        for (const SnapshotModule &module : qAsConst(modules))
+            names.append(language == QLatin1String("en") ? module.name : module.nameCn);
+        if (!writeAppParameters(target, names)) {
+            Output::error(Fbcfg::tr("cannot write %1").arg(target));
+            return ExitFailure;
+        }
+    }
+    return ExitOk;
+}
+
+int Session::answerBox(int type, const QString &text, int buttons)
+{
+    // "warning:" and "question:" stay untranslated: scripts look for them.
+    const QString shown = Output::folded(text);
+    if (buttons != 3) {
+        Output::note(QStringLiteral("warning: ") + shown);
+        if (type == 2)
+            m_errorBoxes.append(shown);
+        return MsgBox::Yes;
+    }
+    Output::note(QStringLiteral("question: ") + shown);
+    if (m_settings.answer != 0)
+        return m_settings.answer;
+    if (!Output::stdinIsTerminal()) {
+        // Nobody to ask: answer no, and the command stops before it changes anything.
+        m_unanswered = shown;
+        return MsgBox::No;
+    }
+    const QString yes = Fbcfg::tr("y");
+    const QString no = Fbcfg::tr("n");
+    for (;;) {
+        Output::endProgress();
+        fputs(Fbcfg::tr("answer %1 or %2: ").arg(yes, no).toUtf8().constData(), stderr);
+        fflush(stderr);
+        char buffer[64] = {};
+        if (!fgets(buffer, sizeof buffer, stdin)) {
+            m_unanswered = shown;
+            return MsgBox::No;
+        }
+        const QString reply = QString::fromLocal8Bit(buffer).trimmed().toLower();
+        if (reply == yes || reply == QLatin1String("y") || reply == QLatin1String("yes"))
+            return MsgBox::Yes;
+        if (reply == no || reply == QLatin1String("n") || reply == QLatin1String("no"))
+            return MsgBox::No;
+    }
+}
+
+int Session::unansweredQuestion()
+{
+    if (m_unanswered.isEmpty())
+        return ExitOk;
+    Output::error(Fbcfg::tr("nothing was changed: the library asks \"%1\" and there is no "
+                            "terminal to answer it; answer with --yes or --no")
+                          .arg(m_unanswered));
+    return ExitFailure;
+}
+
+void Session::onFileNotify(FileHandle handle, const QString &fileKey, bool isSuccess)
+{
+    m_notices.append({handle, fileKey, isSuccess});
+    if (m_loop)
+        m_loop->quit();
+}
+
+bool Session::waitFor(FileHandle handle, const QString &key, bool *ok)
+{
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.start(int(m_settings.timeoutSeconds * 1000));
+    for (;;) {
+        for (int i = 0; i < m_notices.size(); ++i) {
+            if (m_notices.at(i).handle == handle && m_notices.at(i).key == key) {
+                *ok = m_notices.takeAt(i).ok;
+                return true;
+            }
+        }
+        if (!timer.isActive())
+            return false;
+        QEventLoop loop;
+        QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+        m_loop = &loop;
+        loop.exec();
+        m_loop = nullptr;
+    }
+}
+
+int Session::request(int step, int steps, const QString &key, const QString &what,
+                     const QString &label, bool optional)
+{
+    Output::progress(Fbcfg::tr("reading %1/%2 %3").arg(step).arg(steps).arg(label));
+    const int errorsBefore = m_errorBoxes.size();
+    bool ok = false;
+    if (!waitFor(FileFetchedAndRead, key, &ok)) {
+        Output::error(Fbcfg::tr("no answer from the library within %1 s while waiting for %2")
+                              .arg(m_settings.timeoutSeconds)
+                              .arg(what));
+        return ExitFailure;
+    }
+    const bool boxShown = m_errorBoxes.size() > errorsBefore;
+    if (boxShown && !optional) {
+        Output::error(Fbcfg::tr("cannot read %1 from the controller").arg(what));
+        return ExitFailure;
+    }
+    // An empty module table gives no list to read, which is no failure.
+    if (!ok && !optional && (key != funcListKey || boxShown)) {
+        Output::error(Fbcfg::tr("the library could not read %1").arg(what));
+        return ExitFailure;
+    }
+    return ExitOk;
+}
+
+int Session::fetch(Files files)
+{
+    if (const int rc = open())
+        return rc;
+    struct Step
+    {
+        File file;
+        QString rdeFilePath;
+        void (BusFileDataManager::*emitGet)();
+    };
+    const Step plan[] = {
+            {FieldbusList, RDE_FIELDBUS_XML, &BusFileDataManager::emitGetFieldXml},
+            {FieldbusConfig, RDE_FIELDBUS_CFG_XML, &BusFileDataManager::emitGetFieldbusCfg},
+            {Functions, RDE_FUNC_INFO_XML, &BusFileDataManager::emitGetFuncInfo},
+            {SignalMap, RDE_SIGNAL_MAP_CFG, &BusFileDataManager::emitGetSignalMap},
+            {GroupIo, RDE_GROUP_CFG, &BusFileDataManager::emitGetGroupIo},
+            {UserDescriptions, RDE_USER_DES_XML, &BusFileDataManager::emitGetUserDes},
+    };
+    int steps = 0;
+    for (const Step &step : plan) {
+        if (files & step.file)
+            steps += step.file == Functions ? 2 : 1;
+    }
+    int done = 0;
+    // One request at a time, so that a failure names its file.
+    for (const Step &step : plan) {
+        if (!(files & step.file))
+            continue;
+        if (step.file == Functions)
+            m_manager->setIsGetFuncList(true);
+        (m_manager->*step.emitGet)();
+        // A controller without description file has no descriptions, as on the pendant.
+        const bool optional = step.file == UserDescriptions;
+        if (const int rc = request(++done, steps, step.rdeFilePath, step.rdeFilePath,
+                                   fileName(step.rdeFilePath), optional))
+            return rc;
+        if (step.file == Functions) {
+            if (const int rc =
+                        request(++done, steps, funcListKey,
+                                Fbcfg::tr("the function lists named in %1").arg(RDE_FUNC_INFO_XML),
+                                Fbcfg::tr("function lists"), false))
+                return rc;
+        }
+    }
+    Output::endProgress();
+    return ExitOk;
+}
+
+int Session::waitSent(const QString &rdeFilePath)
+{
+    bool ok = false;
+    if (!waitFor(FileWrittenAndSent, rdeFilePath, &ok)) {
+        Output::error(Fbcfg::tr("no answer from the library within %1 s while waiting for %2")
+                              .arg(m_settings.timeoutSeconds)
+                              .arg(rdeFilePath));
+        return ExitFailure;
+    }
+    if (!ok) {
+        Output::error(Fbcfg::tr("sending %1 to the controller failed").arg(rdeFilePath));
+        return ExitFailure;
+    }
+    return ExitOk;
+}

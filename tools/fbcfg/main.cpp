@@ -1,0 +1,526 @@
+#include "Commands.h"
+#include "Output.h"
+#include "Session.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QTranslator>
+
+#include <memory>
+#include <vector>
+
+namespace {
+
+struct OptionInfo
+{
+    const char *name;
+    const char *valueName; // null for a switch
+    const char *description;
+};
+
+const OptionInfo globalOptions[] = {
+        {"controller", "DIR",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Work on the controller whose files are in DIR (default: a fresh "
+                           "copy of the bundled sample controller).")},
+        {"workspace", "DIR",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Keep the pendant side in DIR: DIR/pendant, the library's folder "
+                           "DIR/Application/fieldbus and, without --controller, a fresh copy "
+                           "of the sample in DIR/Controller (default: a temporary folder, "
+                           "removed at exit).")},
+        {"lang", "en|zh",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Language of module and function names and of messages "
+                           "(default en).")},
+        {"json", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Print JSON (listing commands and check).")},
+        {"yes", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Answer the library's questions with yes.")},
+        {"no", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Answer the library's questions with no.")},
+        {"timeout", "SECONDS",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Wait at most SECONDS for each answer of the library "
+                           "(default 30).")},
+        {"verbose", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Show the library's diagnostics.")},
+        {"help", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Show help for the tool or a command.")},
+        {"version", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Show the version.")},
+};
+
+const OptionInfo commandOptions[] = {
+        {"current", "MASK",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "The switch word in force now, decimal or 0x hexadecimal "
+                           "(default 0).")},
+        {"bus", "BUS",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Only this bus: a short name such as mtcp; group_mtcp for the "
+                           "group signals of mtcp.")},
+        {"dir", "in|out",
+         QT_TRANSLATE_NOOP("fbcfg", "Direction: in (signals the controller receives) or out.")},
+        {"module", "MODULE",
+         QT_TRANSLATE_NOOP("fbcfg", "Only this module (English or Chinese name).")},
+        {"filter-time", "N",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Filter time of a bool input (default: kept, or 0 for a new "
+                           "row).")},
+        {"invert", "0|1",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Inversion of a bool signal (default: kept, or 0 for a new "
+                           "row).")},
+        {"type", "int|float|string", QT_TRANSLATE_NOOP("fbcfg", "Value type of the group.")},
+        {"modules", "A,B",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Import the rows of these modules (English or Chinese names).")},
+        {"all", nullptr,
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Import the rows of every module except the process-variable "
+                           "layout.")},
+        {"prefer", "present|imported",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "For functions that both sides map differently: keep the present "
+                           "mapping or take the imported one (default: ask on a terminal).")},
+};
+
+struct CommandInfo
+{
+    const char *group;
+    const char *sub; // null for a one-word command
+    const char *arguments;
+    const char *summary;
+    const char *details; // may be null
+    const char *options; // names separated by blanks
+    int minArgs;
+    int maxArgs;
+    bool json;
+    Handler handler;
+};
+
+const CommandInfo commands[] = {
+        {"status", nullptr, "",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Show the buses, the modules, the mapped signals and groups and "
+                           "the user IO areas."),
+         nullptr, "", 0, 0, true, runStatus},
+        {"bus", "list", "",
+         QT_TRANSLATE_NOOP("fbcfg", "List the fieldbuses and whether each is on."), nullptr, "", 0,
+         0, true, runBusList},
+        {"bus", "enable", "SHORT", QT_TRANSLATE_NOOP("fbcfg", "Switch a bus on."), nullptr, "", 1,
+         1, false, runBusSwitch},
+        {"bus", "disable", "SHORT",
+         QT_TRANSLATE_NOOP("fbcfg", "Switch a bus off; its mapped signals stay mapped."), nullptr,
+         "", 1, 1, false, runBusSwitch},
+        {"bus", "performance", "SHORT on|off [--current MASK]",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Print the new communication-performance switch word when the "
+                           "switch of a bus is turned on or off."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Only one protocol may hold the switch; the library asks before "
+                           "taking it from another one. Nothing is written: the switch word "
+                           "is not kept in the files this tool handles. Exit status 1 when "
+                           "the switch word stays as it is."),
+         "current", 2, 2, false, runBusPerformance},
+        {"map", "list", "[--bus BUS] [--dir in|out] [--module MODULE]",
+         QT_TRANSLATE_NOOP("fbcfg", "List the mapped signals."), nullptr, "bus dir module", 0, 0,
+         true, runMapList},
+        {"map", "set", "MODULE FUNCTION BUS ADDRESS --dir in|out [--filter-time N] [--invert 0|1]",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Map a function of a module to an address of a bus, or to a group "
+                           "(BUS group_SHORT, ADDRESS the group number)."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "The change is checked as the pendant checks it: the bus must be "
+                           "on, the address within the bus's area, free, and for a bool "
+                           "signal outside every group. A refused change writes nothing and "
+                           "ends with exit status 1."),
+         "dir filter-time invert", 4, 4, false, runMapSet},
+        {"map", "unset", "MODULE FUNCTION --dir in|out",
+         QT_TRANSLATE_NOOP("fbcfg", "Remove the mapping of a function."), nullptr, "dir", 2, 2,
+         false, runMapUnset},
+        {"group", "list", "[--bus BUS] [--dir in|out]",
+         QT_TRANSLATE_NOOP("fbcfg", "List the group signals' groups."), nullptr, "bus dir", 0, 0,
+         true, runGroupList},
+        {"group", "set", "BUS NUMBER FIRST LAST --dir in|out --type int|float|string",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Define or change group NUMBER of a bus over the bool addresses "
+                           "FIRST to LAST."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "The range must hold no mapped bool signal and overlap no other "
+                           "group of the bus."),
+         "dir type", 4, 4, false, runGroupSet},
+        {"group", "delete", "BUS NUMBER --dir in|out --type int|float|string",
+         QT_TRANSLATE_NOOP("fbcfg", "Delete a group that no mapped signal uses."), nullptr,
+         "dir type", 2, 2, false, runGroupDelete},
+        {"backup", nullptr, "",
+         QT_TRANSLATE_NOOP("fbcfg", "Copy the signal mapping to the controller's mapping backup."),
+         nullptr, "", 0, 0, false, runBackup},
+        {"import", nullptr, "FILE (--modules A,B | --all) [--prefer present|imported]",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Import the mappings of some modules from a saved mapping file."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Rows the controller cannot carry are dropped and reported. The "
+                           "present mapping is backed up first. The new mapping takes effect "
+                           "after a controller restart."),
+         "modules all prefer", 1, 1, false, runImport},
+        {"describe", "list", "", QT_TRANSLATE_NOOP("fbcfg", "List the users' signal descriptions."),
+         nullptr, "", 0, 0, true, runDescribeList},
+        {"describe", "set", "NAME[INDEX] TEXT",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Describe a fieldbus variable; an empty TEXT removes the "
+                           "description."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "The file is written without escaping, so TEXT must not hold "
+                           "\"<\", and NAME none of \" < [ ]."),
+         "", 2, 2, false, runDescribeSet},
+        {"endian", "get", "",
+         QT_TRANSLATE_NOOP("fbcfg", "Print the byte order of the fieldbus slave."), nullptr, "", 0,
+         0, true, runEndianGet},
+        {"endian", "set", "big|little",
+         QT_TRANSLATE_NOOP("fbcfg", "Set the byte order of the fieldbus slave."), nullptr, "", 1, 1,
+         false, runEndianSet},
+        {"check", nullptr, "",
+         QT_TRANSLATE_NOOP("fbcfg", "Check the whole configuration and list what is wrong."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "One line per finding: FILE:LINE: KIND: MESSAGE. Exit status 1 "
+                           "when there are errors."),
+         "", 0, 0, true, runCheck},
+};
+
+QString words(const CommandInfo &c)
+{
+    return c.sub ? QStringLiteral("%1 %2").arg(QLatin1String(c.group), QLatin1String(c.sub))
+                 : QLatin1String(c.group);
+}
+
+const OptionInfo *findOption(const QString &name)
+{
+    for (const OptionInfo &o : globalOptions) {
+        if (name == QLatin1String(o.name))
+            return &o;
+    }
+    for (const OptionInfo &o : commandOptions) {
+        if (name == QLatin1String(o.name))
+            return &o;
+    }
+    return nullptr;
+}
+
+QStringList optionNames(const CommandInfo &c)
+{
+    return QString::fromLatin1(c.options).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+// ---- help ----
+
+QStringList wrapped(const QString &text, int width)
+{
+    QStringList lines;
+    QString current;
+    for (const QString &word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (!current.isEmpty() && current.size() + 1 + word.size() > width) {
+            lines.append(current);
+            current.clear();
+        }
+        current += (current.isEmpty() ? QString() : QStringLiteral(" ")) + word;
+    }
+    if (!current.isEmpty())
+        lines.append(current);
+    return lines;
+}
+
+void printEntry(const QString &head, const QString &text)
+{
+    const int column = 26;
+    const QStringList lines = wrapped(text, 78 - column);
+    QString first = QStringLiteral("  ") + head;
+    if (first.size() + 2 > column) {
+        Output::line(first);
+        first.clear();
+    }
+    for (int i = 0; i < lines.size(); ++i) {
+        const QString lead = i == 0 && !first.isEmpty() ? first : QString();
+        Output::line(lead.leftJustified(column) + lines.at(i));
+    }
+}
+
+void printParagraph(const QString &text)
+{
+    for (const QString &line : wrapped(text, 78))
+        Output::line(line);
+}
+
+void printOptions(const QString &title, const QStringList &names)
+{
+    if (names.isEmpty())
+        return;
+    Output::line();
+    Output::line(title);
+    for (const QString &name : names) {
+        const OptionInfo *o = findOption(name);
+        QString head = name == QLatin1String("help") ? QStringLiteral("-h, --help")
+                                                     : QStringLiteral("--") + name;
+        if (o->valueName)
+            head += QLatin1Char(' ') + QLatin1String(o->valueName);
+        printEntry(head, Fbcfg::tr(o->description));
+    }
+}
+
+QStringList globalOptionNames()
+{
+    QStringList names;
+    for (const OptionInfo &o : globalOptions)
+        names.append(QLatin1String(o.name));
+    return names;
+}
+
+void printToolHelp()
+{
+    Output::line(Fbcfg::tr("Usage: fbcfg [options] COMMAND [arguments]"));
+    Output::line();
+    printParagraph(
+            Fbcfg::tr("Does from a terminal what the pendant's fieldbus screens do, on a "
+                      "controller whose files are in a folder. Options may stand before or after "
+                      "the command."));
+    Output::line();
+    Output::line(Fbcfg::tr("Commands:"));
+    for (const CommandInfo &c : commands)
+        printEntry(words(c), Fbcfg::tr(c.summary));
+    printOptions(Fbcfg::tr("Options:"), globalOptionNames());
+    Output::line();
+    printParagraph(
+            Fbcfg::tr("Run \"fbcfg COMMAND --help\" for the arguments and options of a command. "
+                      "Exit status: 0 done, 1 change refused or check findings, 2 bad usage, "
+                      "unreadable controller or failed transfer."));
+}
+
+void printCommandHelp(const QString &group, const QString &sub)
+{
+    QStringList options;
+    QString usage;
+    int shown = 0;
+    for (const CommandInfo &c : commands) {
+        if (group != QLatin1String(c.group) || (!sub.isEmpty() && sub != QLatin1String(c.sub)))
+            continue;
+        for (const QString &name : optionNames(c)) {
+            if (!options.contains(name))
+                options.append(name);
+        }
+        const QString synopsis = QStringLiteral("fbcfg [options] %1 %2")
+                                         .arg(words(c), QLatin1String(c.arguments))
+                                         .trimmed();
+        if (shown++ == 0)
+            Output::line(Fbcfg::tr("Usage:"));
+        Output::line(QStringLiteral("  ") + synopsis);
+        for (const QString &line : wrapped(Fbcfg::tr(c.summary), 72))
+            Output::line(QStringLiteral("      ") + line);
+        if (!sub.isEmpty() || !c.sub) {
+            if (c.details) {
+                Output::line();
+                printParagraph(Fbcfg::tr(c.details));
+            }
+        }
+    }
+    printOptions(Fbcfg::tr("Options of the command:"), options);
+    printOptions(Fbcfg::tr("Options of every command:"), globalOptionNames());
+}
+
+// ---- parsing ----
+
+struct Scan
+{
+    QStringList words; // positional arguments
+    QString lang;
+    bool help = false;
+    bool version = false;
+    bool verbose = false;
+};
+
+// A first look that knows which options take a value, to find the command
+// wherever the options stand.
+Scan scan(const QStringList &arguments)
+{
+    Scan s;
+    for (int i = 1; i < arguments.size(); ++i) {
+        const QString &a = arguments.at(i);
+        if (a == QLatin1String("--")) {
+            s.words += arguments.mid(i + 1);
+            break;
+        }
+        if (!a.startsWith(QLatin1Char('-')) || a.size() == 1) {
+            s.words.append(a);
+            continue;
+        }
+        const QString name =
+                a.mid(a.startsWith(QLatin1String("--")) ? 2 : 1).section(QLatin1Char('='), 0, 0);
+        const bool inlineValue = a.contains(QLatin1Char('='));
+        const OptionInfo *o = findOption(name);
+        QString value;
+        if (o && o->valueName && !inlineValue && i + 1 < arguments.size())
+            value = arguments.at(++i);
+        else if (inlineValue)
+            value = a.section(QLatin1Char('='), 1);
+        if (name == QLatin1String("lang"))
+            s.lang = value;
+        s.help |= name == QLatin1String("help") || name == QLatin1String("h");
+        s.version |= name == QLatin1String("version");
+        s.verbose |= name == QLatin1String("verbose");
+    }
+    return s;
+}
+
+void addOption(QCommandLineParser &parser, const OptionInfo &o)
+{
+    QStringList names{QLatin1String(o.name)};
+    if (names.constFirst() == QLatin1String("help"))
+        names.prepend(QStringLiteral("h"));
+    if (o.valueName)
+        parser.addOption(
+                QCommandLineOption(names, Fbcfg::tr(o.description), QLatin1String(o.valueName)));
+    else
+        parser.addOption(QCommandLineOption(names, Fbcfg::tr(o.description)));
+}
+
+void loadTranslations(QCoreApplication &app, std::vector<std::unique_ptr<QTranslator>> &loaded)
+{
+    const QString installed = QDir::cleanPath(
+            QDir(QCoreApplication::applicationDirPath())
+                    .absoluteFilePath(QStringLiteral(FBCFG_DATA_FROM_BIN "/translations")));
+    const QString folder =
+            QFileInfo(installed).isDir() ? installed : QStringLiteral(FBCFG_BUILD_TRANSLATIONS);
+    for (const char *name : {"fbcfg_zh_CN", "fieldbusconfig_zh_CN"}) {
+        auto translator = std::make_unique<QTranslator>();
+        if (translator->load(QLatin1String(name), folder)) {
+            app.installTranslator(translator.get());
+            loaded.push_back(std::move(translator));
+        }
+    }
+}
+
+int settle(const Call &call, const CommandInfo &c, Settings &settings)
+{
+    const QCommandLineParser &parser = *call.parser;
+    if (call.args.size() < c.minArgs) {
+        const QStringList expected = QString::fromLatin1(c.arguments).split(QLatin1Char(' '));
+        return usageError(call,
+                          Fbcfg::tr("missing argument %1").arg(expected.value(call.args.size())));
+    }
+    if (call.args.size() > c.maxArgs)
+        return usageError(call, Fbcfg::tr("unexpected argument '%1'").arg(call.args.at(c.maxArgs)));
+    if (parser.isSet(QStringLiteral("json")) && !c.json)
+        return usageError(call, Fbcfg::tr("--json does not apply to fbcfg %1").arg(call.name));
+    if (parser.isSet(QStringLiteral("yes")) && parser.isSet(QStringLiteral("no")))
+        return usageError(call, Fbcfg::tr("--yes and --no exclude each other"));
+    settings.controller = parser.value(QStringLiteral("controller"));
+    settings.workspace = parser.value(QStringLiteral("workspace"));
+    settings.json = parser.isSet(QStringLiteral("json"));
+    settings.answer = parser.isSet(QStringLiteral("yes")) ? MsgBox::Yes
+            : parser.isSet(QStringLiteral("no"))          ? MsgBox::No
+                                                          : 0;
+    if (parser.isSet(QStringLiteral("lang"))) {
+        const QString lang = parser.value(QStringLiteral("lang"));
+        if (lang != QLatin1String("en") && lang != QLatin1String("zh"))
+            return usageError(call, Fbcfg::tr("--lang must be en or zh, not '%1'").arg(lang));
+        settings.chinese = lang == QLatin1String("zh");
+    }
+    if (parser.isSet(QStringLiteral("timeout"))) {
+        bool ok = false;
+        settings.timeoutSeconds = parser.value(QStringLiteral("timeout")).toDouble(&ok);
+        if (!ok || settings.timeoutSeconds <= 0 || settings.timeoutSeconds > 86400)
+            return usageError(call,
+                              Fbcfg::tr("--timeout must be a number of seconds, not '%1'")
+                                      .arg(parser.value(QStringLiteral("timeout"))));
+    }
+    return ExitOk;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    // Before the application exists, so that even its start-up stays quiet.
+    Output::installMessageHandler();
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("fbcfg"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(FBCFG_VERSION));
+
+    const QStringList arguments = QCoreApplication::arguments();
+    const Scan first = scan(arguments);
+    Output::setVerbose(first.verbose);
+    std::vector<std::unique_ptr<QTranslator>> translators;
+    if (first.lang == QLatin1String("zh"))
+        loadTranslations(app, translators);
+
+    Call call;
+    call.name = first.words.value(0);
+    if (first.words.isEmpty()) {
+        if (first.version) {
+            Output::line(QStringLiteral("fbcfg ") + QCoreApplication::applicationVersion());
+            return ExitOk;
+        }
+        if (first.help) {
+            printToolHelp();
+            return ExitOk;
+        }
+        Output::error(Fbcfg::tr("a command is missing; see fbcfg --help"));
+        return ExitFailure;
+    }
+
+    const QString group = first.words.at(0);
+    const CommandInfo *command = nullptr;
+    QStringList subs;
+    for (const CommandInfo &c : commands) {
+        if (group != QLatin1String(c.group))
+            continue;
+        if (!c.sub || first.words.value(1) == QLatin1String(c.sub))
+            command = &c;
+        if (c.sub)
+            subs.append(QLatin1String(c.sub));
+    }
+    if (!command && subs.isEmpty()) {
+        Output::error(Fbcfg::tr("unknown command '%1'; see fbcfg --help").arg(group));
+        return ExitFailure;
+    }
+    if (!command) {
+        if (first.words.size() < 2 && first.help) {
+            printCommandHelp(group, QString());
+            return ExitOk;
+        }
+        const QString what = first.words.size() < 2
+                ? Fbcfg::tr("fbcfg %1 needs one of: %2").arg(group, subs.join(QStringLiteral(", ")))
+                : Fbcfg::tr("unknown command '%1 %2'").arg(group, first.words.at(1));
+        Output::error(Fbcfg::tr("%1; see fbcfg %2 --help").arg(what, group));
+        return ExitFailure;
+    }
+    call.name = words(*command);
+
+    QCommandLineParser parser;
+    for (const OptionInfo &o : globalOptions)
+        addOption(parser, o);
+    const QStringList own = optionNames(*command);
+    for (const QString &name : own)
+        addOption(parser, *findOption(name));
+    call.parser = &parser;
+    if (!parser.parse(arguments)) {
+        const QString unknown = parser.unknownOptionNames().value(0);
+        const QString what = unknown.isEmpty() ? parser.errorText()
+                : findOption(unknown)
+                ? Fbcfg::tr("option --%1 does not apply to fbcfg %2").arg(unknown, call.name)
+                : Fbcfg::tr("unknown option '%1'")
+                          .arg((unknown.size() == 1 ? QStringLiteral("-") : QStringLiteral("--"))
+                               + unknown);
+        return usageError(call, what);
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        printCommandHelp(group, command->sub ? QLatin1String(command->sub) : QString());
+        return ExitOk;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        Output::line(QStringLiteral("fbcfg ") + QCoreApplication::applicationVersion());
+        return ExitOk;
+    }
+    call.args = parser.positionalArguments().mid(command->sub ? 2 : 1);
+
+    Settings settings;
+    if (const int rc = settle(call, *command, settings))
+        return rc;
+    Session session(settings);
+    return command->handler(session, call);
+}
