@@ -25,14 +25,14 @@ QString fileName(const QString &path)
     return path.section(QLatin1Char('/'), -1);
 }
 
-QString bundledSample()
+// Where the sample controller may be: installed beside the tool, or in the
+// source tree of a build.
+QStringList sampleCandidates()
 {
     const QDir binDir(QCoreApplication::applicationDirPath());
-    const QString installed = QDir::cleanPath(
-            binDir.absoluteFilePath(QStringLiteral(FBCFG_DATA_FROM_BIN "/examples/controller")));
-    if (QFileInfo(installed).isDir())
-        return installed;
-    return QStringLiteral(FBCFG_SOURCE_SAMPLE);
+    return {QDir::cleanPath(binDir.absoluteFilePath(
+                    QStringLiteral(FBCFG_DATA_FROM_BIN "/examples/controller"))),
+            QStringLiteral(FBCFG_SOURCE_SAMPLE)};
 }
 
 bool copyTree(const QString &from, const QString &to)
@@ -172,13 +172,16 @@ int Session::prepareController()
         return ExitOk;
     }
 
-    const QString sample = bundledSample();
-    if (!QFileInfo(sample).isDir()) {
+    const QStringList candidates = sampleCandidates();
+    const auto found = std::find_if(candidates.cbegin(), candidates.cend(),
+                                    [](const QString &dir) { return QFileInfo(dir).isDir(); });
+    if (found == candidates.cend()) {
         Output::error(Fbcfg::tr("the sample controller is missing (looked in %1); give one with "
                                 "--controller")
-                              .arg(sample));
+                              .arg(candidates.join(QStringLiteral(", "))));
         return ExitFailure;
     }
+    const QString sample = *found;
     // A fresh copy each run: the sample itself is never changed.
     m_controllerDir = m_workspace + QStringLiteral("/Controller");
     QDir(m_controllerDir).removeRecursively();
