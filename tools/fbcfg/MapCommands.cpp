@@ -344,6 +344,11 @@ int runMapSet(Session &session, const Call &call)
     row.filterTime = kept(filterTime, old ? old->filterTime : QString());
     row.invert = kept(invert, old ? old->invert : QString());
 
+    const QString heading = title(m, f.module, f.declared.name, type, dir);
+    if (old && sameRow(*old, row)) {
+        Output::line(Fbcfg::tr("%1 is already mapped to %2").arg(heading, place(row)));
+        return ExitOk;
+    }
     QVector<FuncAndMapInfo> expected;
     QVector<FuncAndMapInfo> edits;
     if (old && busPart(old->fieldBus) == base) {
@@ -368,9 +373,7 @@ int runMapSet(Session &session, const Call &call)
     }
     if (const int rc = session.waitSent(RDE_SIGNAL_MAP_CFG))
         return rc;
-    Output::line(QStringLiteral("%1: %2 -> %3")
-                         .arg(title(m, f.module, f.declared.name, type, dir),
-                              places(table, present), place(row)));
+    Output::line(QStringLiteral("%1: %2 -> %3").arg(heading, places(table, present), place(row)));
     return ExitOk;
 }
 
