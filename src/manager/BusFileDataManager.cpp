@@ -1,6 +1,7 @@
 #include "BusFileDataManager.h"
 
 #include "DataAccess.h"
+#include "FileKind.h"
 #include "GetAndSendFile.h"
 #include "RbxInterface.h"
 
@@ -155,42 +156,76 @@ void BusFileDataManager::updateGroupData(bool commit)
     }
 }
 
+namespace {
+
+using Manager = BusFileDataManager;
+
+} // namespace
+
+const QVector<BusFileDataManager::FileKind> &BusFileDataManager::fileKinds()
+{
+    static const QVector<FileKind> kinds = {
+            {RDE_FUNC_INFO_XML, "funcInfo", &Manager::isFuncInfoRead, &Manager::readFuncInfoFiles,
+             &BusObserver::getIsFuncInfo, FileKind::NotSent},
+            {RDE_FIELDBUS_XML, "fieldbus", &Manager::isFieldXmlRead, &Manager::readFieldbusXml,
+             &BusObserver::getIsFieldXml, FileKind::ReadAgain},
+            {RDE_FIELDBUS_CFG_XML, "fieldbusCfg", &Manager::isFieldbusCfgRead,
+             &Manager::readFieldbusCfg, &BusObserver::getIsFieldbusCfg, FileKind::NothingMore},
+            {RDE_GROUP_CFG, "group", &Manager::isGroupCfgRead, &Manager::readGroupCfg,
+             &BusObserver::getIsGroupIO, FileKind::CommitGroups},
+            {RDE_SIGNAL_MAP_CFG, "map", &Manager::isSignalMapRead, &Manager::readSignalMapCfg,
+             &BusObserver::getIsSignalMap, FileKind::CommitMappings},
+            {QStringLiteral("funcList"), "funcList", &Manager::isFuncListRead, nullptr,
+             &BusObserver::getIsFuncList, FileKind::NotSent},
+            {RDE_USER_DES_XML, "user_description", &Manager::isUserDesRead, &Manager::readUserDes,
+             &BusObserver::getIsUsedes, FileKind::ReadAgain},
+            {QStringLiteral("funcListMonitor"), "funcListMonitor", &Manager::isFuncListMonitorRead,
+             nullptr, &BusObserver::getIsFuncListMonitor, FileKind::NotSent},
+            // Answers only polls: its results carry the function information's key.
+            {QString(), "funcInfoMonitor", &Manager::isFuncInfoMonitorRead, nullptr, nullptr,
+             FileKind::NotSent},
+    };
+    return kinds;
+}
+
+const BusFileDataManager::FileKind *BusFileDataManager::fileKindByKey(const QString &fileKey)
+{
+    for (const FileKind &kind : fileKinds()) {
+        if (!kind.fileKey.isEmpty() && kind.fileKey == fileKey)
+            return &kind;
+    }
+    return nullptr;
+}
+
+const BusFileDataManager::FileKind *
+BusFileDataManager::fileKindByPollingKey(const QString &pollingKey)
+{
+    for (const FileKind &kind : fileKinds()) {
+        if (pollingKey == QLatin1String(kind.pollingKey))
+            return &kind;
+    }
+    return nullptr;
+}
+
+bool BusFileDataManager::readFuncInfoFiles()
+{
+    return readFuncInfoXml() && readAppParaXml();
+}
+
 void BusFileDataManager::slotReadFile(const QString &filePath, bool &isSuccess)
 {
     if (!isSuccess)
         getErrorMsg(filePath);
-
-    bool *flag = nullptr;
-    if (filePath == RDE_FUNC_INFO_XML) {
-        flag = &isFuncInfoRead;
-        if (!*flag)
-            *flag = readFuncInfoXml() && readAppParaXml();
-    } else if (filePath == RDE_FIELDBUS_XML) {
-        flag = &isFieldXmlRead;
-        if (!*flag)
-            *flag = readFieldbusXml();
-    } else if (filePath == RDE_FIELDBUS_CFG_XML) {
-        flag = &isFieldbusCfgRead;
-        if (!*flag)
-            *flag = readFieldbusCfg();
-    } else if (filePath == RDE_GROUP_CFG) {
-        flag = &isGroupCfgRead;
-        if (!*flag)
-            *flag = readGroupCfg();
-    } else if (filePath == RDE_SIGNAL_MAP_CFG) {
-        flag = &isSignalMapRead;
-        if (!*flag)
-            *flag = readSignalMapCfg();
-    } else if (filePath == RDE_USER_DES_XML) {
-        flag = &isUserDesRead;
-        if (!*flag)
-            *flag = readUserDes();
-    } else {
+    const FileKind *kind = fileKindByKey(filePath);
+    if (!kind || !kind->read)
         return;
-    }
 
-    notify(FileFetchedAndRead, filePath, *flag);
-    if (filePath == RDE_FUNC_INFO_XML && isGetFuncList)
+    // A file is parsed once per start-up unless a setter or a send clears the way.
+    bool &read = this->*kind->readFlag;
+    if (!read)
+        read = (this->*kind->read)();
+    notify(FileFetchedAndRead, filePath, read);
+    if (kind->readFlag == &Manager::isFuncInfoRead && isGetFuncList)
         emitGetFuncList();
 }
 
@@ -226,20 +261,25 @@ void BusFileDataManager::slotReadListFilesMonitor(QStringList &filePaths, QStrin
 
 void BusFileDataManager::slotSendFile(const QString &filePath, bool &isSuccess)
 {
-    if (filePath == RDE_SIGNAL_MAP_CFG) {
+    const FileKind *kind = fileKindByKey(filePath);
+    if (!kind || kind->afterSend == FileKind::NotSent)
+        return;
+    switch (kind->afterSend) {
+    case FileKind::CommitMappings:
         if (isSuccess)
             updateMapData(true);
-    } else if (filePath == RDE_GROUP_CFG) {
+        break;
+    case FileKind::CommitGroups:
         if (isSuccess)
             updateGroupData(true);
-    } else if (filePath == RDE_FIELDBUS_XML) {
-        readFieldbusXml();
-    } else if (filePath == RDE_FIELDBUS_CFG_XML) {
-        // Nothing to commit: the records were edited in place.
-    } else if (filePath == RDE_USER_DES_XML) {
-        readUserDes();
-    } else {
-        return;
+        break;
+    case FileKind::ReadAgain:
+        // Whatever the send said: the screens see the file as it now stands.
+        (this->*kind->read)();
+        break;
+    case FileKind::NotSent:
+    case FileKind::NothingMore:
+        break;
     }
     notify(FileWrittenAndSent, filePath, isSuccess);
 }

@@ -215,6 +215,16 @@ private:
 
     void notify(FileHandle handle, const QString &fileKey, bool isSuccess);
 
+    // What the routing knows of one kind of file: its keys, read flag,
+    // reader, observer flag and what follows a send (FileKind.h). The read and
+    // send slots, notify and isFuncInfoNotified all consult this one table.
+    struct FileKind;
+    static const QVector<FileKind> &fileKinds();
+    static const FileKind *fileKindByKey(const QString &fileKey);
+    static const FileKind *fileKindByPollingKey(const QString &pollingKey);
+    // The function information with the application parameters that filter it.
+    bool readFuncInfoFiles();
+
     // ---- local files ----
     static bool getFileFromCtrl(const QString &rdeFilePath, const QString &tpuFilePath);
     static bool sendFileToCtrl(const QString &rdeFilePath, const QString &tpuFilePath);
