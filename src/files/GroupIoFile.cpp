@@ -54,12 +54,7 @@ QMap<QString, GroupInfo> *BusFileDataManager::groupTable(BiBo dir, const QString
 
 bool BusFileDataManager::readGroupCfg()
 {
-    curFilePath = TPU_GROUP_CFG;
-    QFile file(TPU_GROUP_CFG);
-    if (!openFileLocal(file))
-        return false;
-    parseGroupFile(file);
-    return true;
+    return readLocalTextFile(TPU_GROUP_CFG, [this](QIODevice &file) { parseGroupFile(file); });
 }
 
 void BusFileDataManager::parseGroupFile(QIODevice &device)

@@ -79,12 +79,8 @@ void BusFileDataManager::parseSignalMap(const QString &line, QVector<FuncAndMapI
 
 bool BusFileDataManager::readSignalMapCfg()
 {
-    curFilePath = TPU_SIGNAL_MAP_CFG;
-    QFile file(TPU_SIGNAL_MAP_CFG);
-    if (!openFileLocal(file))
-        return false;
-    parseSignalMapFile(file);
-    return true;
+    return readLocalTextFile(TPU_SIGNAL_MAP_CFG,
+                             [this](QIODevice &file) { parseSignalMapFile(file); });
 }
 
 void BusFileDataManager::parseSignalMapFile(QIODevice &device)

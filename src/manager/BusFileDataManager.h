@@ -230,6 +230,9 @@ private:
     static bool sendFileToCtrl(const QString &rdeFilePath, const QString &tpuFilePath);
     static bool loadFileLocal(pugi::xml_document &doc, const QString &tpuFilePath);
     bool openFileLocal(QFile &file);
+    // Opens a local text file with openFileLocal and hands it to `parse`;
+    // false when it cannot be opened or is empty.
+    bool readLocalTextFile(const QString &path, const std::function<void(QIODevice &)> &parse);
 
     // ---- readers; each parse* takes bytes so that it can be fed from memory ----
     bool readFieldbusXml();

@@ -23,6 +23,20 @@ QString padRight(const QString &value, int width);
 // file name removed, so a folder bearing the file's own name loses it too.
 QString localFolderOf(const QString &filePath);
 
+// Runs `attempt` until it succeeds, at most `attempts` times; after each
+// failed try `afterFailure` learns whether it was the last. The transfers of
+// the worker and of the manager wait and log through it.
+template<typename Attempt, typename AfterFailure>
+bool retry(int attempts, Attempt attempt, AfterFailure afterFailure)
+{
+    for (int i = 0; i < attempts; ++i) {
+        if (attempt())
+            return true;
+        afterFailure(i == attempts - 1);
+    }
+    return false;
+}
+
 // Sets the encoding of the line-oriented files: UTF-8 without byte-order mark.
 void useFileEncoding(QTextStream &stream);
 

@@ -44,20 +44,25 @@ rbxInterface *GetAndSendFile::connection()
 bool GetAndSendFile::getFileFromCtrl(const QString &tpuFilePath, const QString &rdeFilePath)
 {
     rbxInterface *link = connection();
-    for (int attempt = 0; attempt < transferAttempts; ++attempt) {
-        if (!link->isConnected())
-            qDebug().noquote() << "GetAndSendFile::getFileFromCtrl connection not established!";
-        bccClientFlashFileSave request;
-        request.srcPath = rdeFilePath;
-        request.dstPath = tpuFilePath;
-        request.mode = 1;
-        if (link->saveFile(&request))
-            return true;
-        QThread::msleep(retryWaitMs);
-        if (attempt == transferAttempts - 1)
-            qDebug().noquote() << "GetAndSendFile::getFileFromCtrl Get file failed!" << rdeFilePath;
-    }
-    return false;
+    return configio::retry(
+            transferAttempts,
+            [&] {
+                // A fetch tries even without a link.
+                if (!link->isConnected())
+                    qDebug().noquote()
+                            << "GetAndSendFile::getFileFromCtrl connection not established!";
+                bccClientFlashFileSave request;
+                request.srcPath = rdeFilePath;
+                request.dstPath = tpuFilePath;
+                request.mode = 1;
+                return link->saveFile(&request);
+            },
+            [&](bool last) {
+                QThread::msleep(retryWaitMs);
+                if (last)
+                    qDebug().noquote()
+                            << "GetAndSendFile::getFileFromCtrl Get file failed!" << rdeFilePath;
+            });
 }
 
 bool GetAndSendFile::sendFileToCtrl(const QString &tpuFilePath, const QString &rdeFilePath)
@@ -68,18 +73,21 @@ bool GetAndSendFile::sendFileToCtrl(const QString &tpuFilePath, const QString &r
         qDebug().noquote() << "GetAndSendFile::sendFileToCtrl connection not established!";
         return false;
     }
-    for (int attempt = 0; attempt < transferAttempts; ++attempt) {
-        bccClientFlashFileLoad request;
-        request.srcPath = tpuFilePath;
-        request.dstPath = rdeFilePath;
-        request.mode = 1;
-        if (link->loadFile(&request))
-            return true;
-        QThread::msleep(retryWaitMs);
-        if (attempt == transferAttempts - 1)
-            qDebug().noquote() << "GetAndSendFile::sendFileToCtrl Get file failed!" << rdeFilePath;
-    }
-    return false;
+    return configio::retry(
+            transferAttempts,
+            [&] {
+                bccClientFlashFileLoad request;
+                request.srcPath = tpuFilePath;
+                request.dstPath = rdeFilePath;
+                request.mode = 1;
+                return link->loadFile(&request);
+            },
+            [&](bool last) {
+                QThread::msleep(retryWaitMs);
+                if (last)
+                    qDebug().noquote()
+                            << "GetAndSendFile::sendFileToCtrl Get file failed!" << rdeFilePath;
+            });
 }
 
 bool GetAndSendFile::mkLocalDir(const QString &tpuFilePath)

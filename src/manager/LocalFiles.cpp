@@ -18,25 +18,21 @@ bool BusFileDataManager::getFileFromCtrl(const QString &rdeFilePath, const QStri
 {
     if (!mkpathLocalTPU(tpuFilePath))
         return false;
-    for (int attempt = 0; attempt < managerTransferAttempts; ++attempt) {
-        if (DataAccess::GetFileFromController2TPU(rdeFilePath, tpuFilePath, false))
-            return true;
-        delay_MSec(managerRetryWaitMs);
-    }
-    getErrorMsg(rdeFilePath);
-    return false;
+    const bool fetched = configio::retry(
+            managerTransferAttempts,
+            [&] { return DataAccess::GetFileFromController2TPU(rdeFilePath, tpuFilePath, false); },
+            [](bool) { delay_MSec(managerRetryWaitMs); });
+    if (!fetched)
+        getErrorMsg(rdeFilePath);
+    return fetched;
 }
 
 bool BusFileDataManager::sendFileToCtrl(const QString &rdeFilePath, const QString &tpuFilePath)
 {
-    bool sent = false;
-    for (int attempt = 0; attempt < managerTransferAttempts; ++attempt) {
-        sent = DataAccess::SendFileFromTPU2Controller(tpuFilePath, rdeFilePath, false);
-        if (sent)
-            break;
-        delay_MSec(managerRetryWaitMs);
-    }
-    return sent;
+    return configio::retry(
+            managerTransferAttempts,
+            [&] { return DataAccess::SendFileFromTPU2Controller(tpuFilePath, rdeFilePath, false); },
+            [](bool) { delay_MSec(managerRetryWaitMs); });
 }
 
 bool BusFileDataManager::loadFileLocal(pugi::xml_document &doc, const QString &tpuFilePath)
@@ -63,6 +59,17 @@ bool BusFileDataManager::openFileLocal(QFile &file)
                         + curFilePath;
         return false;
     }
+    return true;
+}
+
+bool BusFileDataManager::readLocalTextFile(const QString &path,
+                                           const std::function<void(QIODevice &)> &parse)
+{
+    curFilePath = path;
+    QFile file(path);
+    if (!openFileLocal(file))
+        return false;
+    parse(file);
     return true;
 }
 

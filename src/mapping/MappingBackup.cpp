@@ -8,13 +8,7 @@
 
 bool BusFileDataManager::readImportMapFile(const QString &filePath, const QStringList &modules)
 {
-    curFilePath = filePath;
-    QFile file(filePath);
-    if (!openFileLocal(file))
-        return false;
-    parseImportMapFile(file, modules);
-    file.close();
-    return true;
+    return readLocalTextFile(filePath, [&](QIODevice &file) { parseImportMapFile(file, modules); });
 }
 
 void BusFileDataManager::parseImportMapFile(QIODevice &device, const QStringList &modules)
