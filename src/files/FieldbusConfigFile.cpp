@@ -9,6 +9,7 @@
 #include <QByteArray>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -312,6 +313,17 @@ int BusFileDataManager::getPerformanceValue(BusType type, int current, bool on)
             g_lastBusType = BusType(holder);
             return onlyType;
         }
+    }
+    return -1;
+}
+
+int BusFileDataManager::powerOfTwo(int value)
+{
+    if (value == 0)
+        return -1;
+    for (int i = 0; i < 10; ++i) {
+        if (std::pow(2.0, i) == value)
+            return i;
     }
     return -1;
 }

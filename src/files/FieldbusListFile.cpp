@@ -138,3 +138,17 @@ int BusFileDataManager::getBusIndex(const QString &shortName)
                                    "dns",  "mbc",    "eim", "pnm", "dnm"};
     return getWordIndex(order, shortName);
 }
+
+bool BusFileDataManager::isOpenFreeBus()
+{
+    return isFreeBusOpen;
+}
+
+int BusFileDataManager::getWordIndex(const QStringList &words, const QString &word)
+{
+    for (int i = 0; i < words.size(); ++i) {
+        if (words.at(i).compare(word, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}

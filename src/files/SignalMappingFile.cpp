@@ -143,15 +143,6 @@ QVector<FuncAndMapInfo> BusFileDataManager::busSignals(const QVector<FuncAndMapI
     return rows;
 }
 
-int BusFileDataManager::getWordIndex(const QStringList &words, const QString &word)
-{
-    for (int i = 0; i < words.size(); ++i) {
-        if (words.at(i).compare(word, Qt::CaseInsensitive) == 0)
-            return i;
-    }
-    return -1;
-}
-
 QString BusFileDataManager::insertSignalMapCfg(QString value, int widthKind)
 {
     const int width = widthKind == NameWidth ? 32 : widthKind == ShortWidth ? 8 : 16;

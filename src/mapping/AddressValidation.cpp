@@ -8,7 +8,6 @@
 #include <QRegExp>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -215,15 +214,4 @@ bool BusFileDataManager::checkIPv4Format(QString text)
     // The address parser also takes short forms such as 1.2.3 and the pattern's
     // dot takes any separator, so the four parts must be split by dots.
     return text.split(QLatin1Char('.')).size() == 4;
-}
-
-int BusFileDataManager::powerOfTwo(int value)
-{
-    if (value == 0)
-        return -1;
-    for (int i = 0; i < 10; ++i) {
-        if (std::pow(2.0, i) == value)
-            return i;
-    }
-    return -1;
 }

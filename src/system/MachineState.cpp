@@ -104,11 +104,6 @@ void BusFileDataManager::delay_BMSec(unsigned int ms)
     while (static_cast<quint32>(timer.elapsed()) < ms) { }
 }
 
-bool BusFileDataManager::isOpenFreeBus()
-{
-    return isFreeBusOpen;
-}
-
 bool BusFileDataManager::isKestraVersion()
 {
     return uiStyle == 1;
