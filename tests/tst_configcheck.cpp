@@ -302,6 +302,36 @@ private slots:
             QCOMPARE(flagged, expected);
         }
     }
+
+    // The clean sample passes; the tree with planted faults gives exactly the
+    // faults its README lists.
+    void sampleTrees()
+    {
+        const QString examples = QFINDTESTDATA("../examples");
+        const auto found = [&](const QString &tree) {
+            QStringList labels;
+            for (const CheckFinding &f : ConfigCheck::run(ConfigSnapshot::load(
+                         examples + '/' + tree, ConfigSnapshot::ControllerLayout)))
+                labels << QStringLiteral("%1:%2: %3")
+                                  .arg(f.file.section('/', -1))
+                                  .arg(f.line)
+                                  .arg(f.kind);
+            return labels;
+        };
+        QCOMPARE(found("controller"), QStringList());
+
+        const QString readme =
+                TestWorkspace::readFile(examples + "/controller-with-faults/README.md");
+        QStringList planted;
+        const QRegularExpression item("^- `([^`]+)`", QRegularExpression::MultilineOption);
+        for (auto it = item.globalMatch(readme); it.hasNext();)
+            planted << it.next().captured(1);
+        QVERIFY(planted.size() >= 15);
+        QStringList faults = found("controller-with-faults");
+        faults.sort();
+        planted.sort();
+        QCOMPARE(faults, planted);
+    }
 };
 
 QTEST_GUILESS_MAIN(ConfigCheckTest)
