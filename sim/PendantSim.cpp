@@ -4,10 +4,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QSaveFile>
 #include <QThread>
+
+#include <cstdio>
 
 namespace pendantsim {
 namespace {
@@ -181,8 +184,42 @@ void clearShownMessages()
     setLocked(&State::shown, QList<ShownMessage>());
 }
 
+namespace {
+
+Q_LOGGING_CATEGORY(lcSim, "pendantsim")
+
+// With FIELDBUS_SIM_SHOW_MESSAGES=1 a developer sees every box on stderr, as
+// "warning: TEXT" or, for a yes/no box, "question: TEXT".
+void printMessage(const ShownMessage &message)
+{
+    static const bool shown = qEnvironmentVariableIntValue("FIELDBUS_SIM_SHOW_MESSAGES") == 1;
+    if (!shown)
+        return;
+    const QString text = message.text.simplified();
+    const QByteArray line =
+            (message.buttons == 3 ? QStringLiteral("question: ") : QStringLiteral("warning: "))
+                    .append(text)
+                    .append(QLatin1Char('\n'))
+                    .toUtf8();
+    std::fwrite(line.constData(), 1, size_t(line.size()), stderr);
+    std::fflush(stderr);
+}
+
+// Logs why a transfer attempt failed, naming both ends and the controller folder.
+bool failed(const QString &from, const QString &to, const QString &why)
+{
+    qCDebug(lcSim).noquote() << "pendantsim: no transfer from" << QFileInfo(from).absoluteFilePath()
+                             << "to" << QFileInfo(to).absoluteFilePath() << ":" << why
+                             << "(controller folder"
+                             << QFileInfo(controllerRoot()).absoluteFilePath() << ")";
+    return false;
+}
+
+} // namespace
+
 int showMessage(const ShownMessage &message)
 {
+    printMessage(message);
     std::function<int(const ShownMessage &)> handler;
     {
         QMutexLocker lock(&state().mutex);
@@ -209,34 +246,40 @@ void recordRebootRequest()
 bool transferFile(const QString &from, const QString &to, bool makeFolders)
 {
     int delayMs = 0;
+    QString refusal;
     {
         QMutexLocker lock(&state().mutex);
         ++state().attempts;
         delayMs = state().delayMs;
-        if (!state().connected)
-            return false;
-        if (state().failuresDue > 0) {
+        if (!state().connected) {
+            refusal = QStringLiteral("the link is down");
+        } else if (state().failuresDue > 0) {
             --state().failuresDue;
-            return false;
+            refusal = QStringLiteral("an injected failure");
         }
     }
+    // Logged unlocked: the log line asks for the controller folder.
+    if (!refusal.isEmpty())
+        return failed(from, to, refusal);
     if (delayMs > 0)
         QThread::msleep(static_cast<unsigned long>(delayMs));
 
     QFile source(from);
-    if (!QFileInfo(from).isFile() || !source.open(QIODevice::ReadOnly))
-        return false;
+    if (!QFileInfo(from).isFile())
+        return failed(from, to, QStringLiteral("no such file"));
+    if (!source.open(QIODevice::ReadOnly))
+        return failed(from, to, source.errorString());
     if (makeFolders && !QDir().mkpath(QFileInfo(to).absolutePath()))
-        return false;
+        return failed(from, to, QStringLiteral("cannot make the folder"));
     QSaveFile target(to);
     if (!target.open(QIODevice::WriteOnly))
-        return false;
+        return failed(from, to, target.errorString());
     while (!source.atEnd()) {
         const QByteArray chunk = source.read(1 << 16);
         if (chunk.isEmpty() || target.write(chunk) != chunk.size())
-            return false;
+            return failed(from, to, target.errorString());
     }
-    return target.commit();
+    return target.commit() || failed(from, to, target.errorString());
 }
 
 } // namespace pendantsim

@@ -17,6 +17,9 @@ struct ShownMessage
     int buttons = 0;
 };
 
+// FIELDBUS_SIM_SHOW_MESSAGES=1 prints every box shown on stderr ("warning: ..." or
+// "question: ...").
+
 // The folder standing for the controller's file system. Unset, it is
 // $FIELDBUS_CONTROLLER_ROOT, else ../Controller relative to the current directory.
 void setControllerRoot(const QString &dir);

@@ -1,9 +1,8 @@
 #include "BusFileDataManager.h"
+#include "Logging.h"
 
 #include "ConfigFileIo.h"
 #include "FileFormats.h"
-
-#include <QDebug>
 
 namespace {
 
@@ -123,7 +122,7 @@ bool BusFileDataManager::writeSendFieldbusXml()
 
     if (!configio::saveXml(doc, TPU_FIELDBUS_XML, "\t", pugi::format_no_escapes,
                            pugi::encoding_utf8)) {
-        qDebug().noquote() << "Could not save XML file";
+        qCDebug(lcFieldbus).noquote() << "Could not save XML file";
         return false;
     }
     emit signalSendFieldbus();

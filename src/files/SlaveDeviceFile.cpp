@@ -1,9 +1,8 @@
 #include "BusFileDataManager.h"
+#include "Logging.h"
 
 #include "ConfigFileIo.h"
 #include "FileFormats.h"
-
-#include <QDebug>
 
 namespace slavedevice {
 
@@ -34,7 +33,7 @@ bool BusFileDataManager::writeAndSendFbslave(const QString &endian)
     slavedevice::endianNode(doc).first_child().set_value(endian.toLocal8Bit().constData());
     if (!configio::saveXml(doc, TPU_FBSLAVE_CFGX, "\t", pugi::format_no_escapes,
                            pugi::encoding_utf8)) {
-        qDebug().noquote() << "Could not save XML file";
+        qCDebug(lcFieldbus).noquote() << "Could not save XML file";
         return false;
     }
     return sendFileToCtrl(RDE_FBSLAVE_CFGX, TPU_FBSLAVE_CFGX);

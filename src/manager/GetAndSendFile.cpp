@@ -1,11 +1,11 @@
 #include "GetAndSendFile.h"
+#include "Logging.h"
 
 #include "ConfigFileIo.h"
 #include "FlashFileClient.h"
 #include "FunctionListXml.h"
 #include "RbxInterface.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QMetaType>
 #include <QThread>
@@ -26,7 +26,8 @@ GetAndSendFile::GetAndSendFile(QObject *parent)
 
     QDir dir;
     if (!dir.exists(TPU_FIELDBUS_DIR) && !dir.mkpath(TPU_FIELDBUS_DIR))
-        qDebug().noquote() << "GetAndSendFile:: tpu path is not exit" << TPU_FIELDBUS_DIR;
+        qCDebug(lcFieldbus).noquote()
+                << "GetAndSendFile:: tpu path is not exit" << TPU_FIELDBUS_DIR;
 }
 
 GetAndSendFile::~GetAndSendFile()
@@ -49,7 +50,7 @@ bool GetAndSendFile::getFileFromCtrl(const QString &tpuFilePath, const QString &
             [&] {
                 // A fetch tries even without a link.
                 if (!link->isConnected())
-                    qDebug().noquote()
+                    qCDebug(lcFieldbus).noquote()
                             << "GetAndSendFile::getFileFromCtrl connection not established!";
                 bccClientFlashFileSave request;
                 request.srcPath = rdeFilePath;
@@ -59,9 +60,11 @@ bool GetAndSendFile::getFileFromCtrl(const QString &tpuFilePath, const QString &
             },
             [&](bool last) {
                 QThread::msleep(retryWaitMs);
-                if (last)
-                    qDebug().noquote()
+                if (last) {
+                    qCDebug(lcFieldbus).noquote()
                             << "GetAndSendFile::getFileFromCtrl Get file failed!" << rdeFilePath;
+                    qCDebug(lcFieldbus).noquote() << "  to" << absolutePathOf(tpuFilePath);
+                }
             });
 }
 
@@ -70,7 +73,8 @@ bool GetAndSendFile::sendFileToCtrl(const QString &tpuFilePath, const QString &r
     rbxInterface *link = connection();
     // Unlike a fetch, a send does not try without a link.
     if (!link->isConnected()) {
-        qDebug().noquote() << "GetAndSendFile::sendFileToCtrl connection not established!";
+        qCDebug(lcFieldbus).noquote()
+                << "GetAndSendFile::sendFileToCtrl connection not established!";
         return false;
     }
     return configio::retry(
@@ -84,9 +88,11 @@ bool GetAndSendFile::sendFileToCtrl(const QString &tpuFilePath, const QString &r
             },
             [&](bool last) {
                 QThread::msleep(retryWaitMs);
-                if (last)
-                    qDebug().noquote()
+                if (last) {
+                    qCDebug(lcFieldbus).noquote()
                             << "GetAndSendFile::sendFileToCtrl Get file failed!" << rdeFilePath;
+                    qCDebug(lcFieldbus).noquote() << "  from" << absolutePathOf(tpuFilePath);
+                }
             });
 }
 
@@ -160,12 +166,12 @@ bool GetAndSendFile::fetchListFiles(const QStringList &paths, bool &fetched, boo
         const QString localPath = functionlist::localListPath(TPU_FIELDBUS_DIR, path);
         bool ok = false;
         if (localPath.isEmpty()) {
-            qDebug().noquote()
+            qCDebug(lcFieldbus).noquote()
                     << "GetAndSendFile::slotGetFuncListXml refused path outside the working folder"
                     << path;
         } else {
             if (!mkLocalDir(localPath)) {
-                qDebug().noquote()
+                qCDebug(lcFieldbus).noquote()
                         << "GetAndSendFile::slotGetFuncListXml tpu path is not exit" << localPath;
                 return false;
             }

@@ -1,11 +1,11 @@
 #include "BusFileDataManager.h"
+#include "Logging.h"
 
 #include "ConfigFileIo.h"
 #include "DataAccess.h"
 #include "RbxInterface.h"
 #include "UserMessage.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QFile>
 
@@ -38,10 +38,14 @@ bool BusFileDataManager::sendFileToCtrl(const QString &rdeFilePath, const QStrin
 bool BusFileDataManager::loadFileLocal(pugi::xml_document &doc, const QString &tpuFilePath)
 {
     const QString localized = RtmGetLocalizedFileName(tpuFilePath, false);
-    if (configio::loadXml(doc, localized, pugi::parse_pi))
+    const pugi::xml_parse_result result = configio::loadXml(doc, localized, pugi::parse_pi);
+    if (result)
         return true;
 
-    qDebug().noquote() << "BusFileDataManager::loadFileLocal() " + tpuFilePath + " failed!";
+    qCDebug(lcFieldbus).noquote() << "BusFileDataManager::loadFileLocal() " + tpuFilePath
+                    + " failed!";
+    qCDebug(lcFieldbus).noquote() << "  " << absolutePathOf(localized) << ": "
+                                  << result.description() << " at offset " << result.offset;
     const int slash = tpuFilePath.lastIndexOf(QLatin1Char('/'));
     const QString fileName = slash < 0 ? QString() : tpuFilePath.mid(slash + 1);
     showUserMessage(ErrorMessage, tr("Failed to read file :%1!").arg(fileName), OkButton);
@@ -51,12 +55,16 @@ bool BusFileDataManager::loadFileLocal(pugi::xml_document &doc, const QString &t
 bool BusFileDataManager::openFileLocal(QFile &file)
 {
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qDebug().noquote() << "BusFileDataManager::openFileLocal() open fail: " + curFilePath;
+        qCDebug(lcFieldbus).noquote()
+                << "BusFileDataManager::openFileLocal() open fail: " + curFilePath;
+        qCDebug(lcFieldbus).noquote()
+                << "  " << absolutePathOf(file.fileName()) << ": " << file.errorString();
         return false;
     }
     if (file.size() == 0) {
-        qDebug().noquote() << "BusFileDataManager::openFileLocal() file size is zero: "
-                        + curFilePath;
+        qCDebug(lcFieldbus).noquote()
+                << "BusFileDataManager::openFileLocal() file size is zero: " + curFilePath;
+        qCDebug(lcFieldbus).noquote() << "  " << absolutePathOf(file.fileName());
         return false;
     }
     return true;

@@ -1,9 +1,9 @@
 #include "BusFileDataManager.h"
+#include "Logging.h"
 
 #include "ConfigFileIo.h"
 #include "DataAccess.h"
 
-#include <QDebug>
 #include <QFile>
 
 bool BusFileDataManager::readImportMapFile(const QString &filePath, const QStringList &modules)
@@ -24,16 +24,17 @@ void BusFileDataManager::parseImportMapFile(QIODevice &device, const QStringList
 bool BusFileDataManager::copyMapBackup()
 {
     if (!QFile::exists(TPU_SIGNAL_MAP_CFG)) {
-        qDebug().noquote() << "copyMapBackup() " + TPU_SIGNAL_MAP_CFG + " does not exist!";
+        qCDebug(lcFieldbus).noquote()
+                << "copyMapBackup() " + TPU_SIGNAL_MAP_CFG + " does not exist!";
         return false;
     }
     if (QFile::exists(TPU_SIGNAL_MAP_BACKUP_CFG) && !QFile::remove(TPU_SIGNAL_MAP_BACKUP_CFG))
-        qDebug().noquote() << "copyMapBackup(): " + TPU_SIGNAL_MAP_BACKUP_CFG
-                        + " remove file failed!";
+        qCDebug(lcFieldbus).noquote()
+                << "copyMapBackup(): " + TPU_SIGNAL_MAP_BACKUP_CFG + " remove file failed!";
     // QFile::copy writes a temporary file beside the target and renames it.
     if (!QFile::copy(TPU_SIGNAL_MAP_CFG, TPU_SIGNAL_MAP_BACKUP_CFG)) {
-        qDebug().noquote() << "copyMapBackup(): " + TPU_SIGNAL_MAP_BACKUP_CFG
-                        + " Copy file failed!";
+        qCDebug(lcFieldbus).noquote()
+                << "copyMapBackup(): " + TPU_SIGNAL_MAP_BACKUP_CFG + " Copy file failed!";
         return false;
     }
     return true;
