@@ -17,11 +17,6 @@ const QString &groupPrefix = fieldbusnames::groupPrefix;
 const QString errorSeverity = QStringLiteral("error");
 const QString warningSeverity = QStringLiteral("warning");
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("ConfigCheck", text);
-}
-
 QString fileName(const QString &rdeFilePath)
 {
     return rdeFilePath.mid(1);
@@ -29,7 +24,7 @@ QString fileName(const QString &rdeFilePath)
 
 QString directionWord(BiBo dir)
 {
-    return dir == BusInput ? tr("input") : tr("output");
+    return dir == BusInput ? ConfigCheck::tr("input") : ConfigCheck::tr("output");
 }
 
 // A group as its rules see it: the first and last address of its device map.
@@ -142,7 +137,7 @@ private:
 
     QString groupText(const SnapshotGroup &g) const
     {
-        return tr("group %1 (%2, %3-%4)")
+        return ConfigCheck::tr("group %1 (%2, %3-%4)")
                 .arg(g.group.address, g.group.type, g.group.deviceMapHead, g.group.deviceMapTail);
     }
 
@@ -155,16 +150,16 @@ private:
             switch (problem.kind) {
             case SnapshotFileProblem::NotUtf8:
                 add(problem.file, problem.line, "encoding", warningSeverity,
-                    tr("bytes that are not UTF-8; a write-back would not keep them"));
+                    ConfigCheck::tr("bytes that are not UTF-8; a write-back would not keep them"));
                 break;
             case SnapshotFileProblem::Missing:
                 if (!optional.contains(problem.file))
                     add(problem.file, 0, "file-unreadable", warningSeverity,
-                        tr("the file is missing"));
+                        ConfigCheck::tr("the file is missing"));
                 break;
             case SnapshotFileProblem::Unparsable:
                 add(problem.file, problem.line, "file-unreadable", warningSeverity,
-                    tr("not well-formed XML: %1").arg(problem.detail));
+                    ConfigCheck::tr("not well-formed XML: %1").arg(problem.detail));
                 break;
             }
         }
@@ -181,7 +176,7 @@ private:
             const SnapshotGroup &g = s.groups.at(i);
             if (!g.missingKeyword.isEmpty()) {
                 addGroup(g, "malformed-line",
-                         tr("the row lacks %1 or its value").arg(g.missingKeyword));
+                         ConfigCheck::tr("the row lacks %1 or its value").arg(g.missingKeyword));
                 continue;
             }
             const QString key = QStringLiteral("%1|%2|%3")
@@ -190,7 +185,8 @@ private:
             const auto previous = lastOfKey.find(key + g.group.address);
             if (previous != lastOfKey.end()) {
                 addGroup(s.groups.at(*previous), "group-duplicate",
-                         tr("group %1 is defined again on line %2, which replaces this row")
+                         ConfigCheck::tr(
+                                 "group %1 is defined again on line %2, which replaces this row")
                                  .arg(g.group.address)
                                  .arg(g.line),
                          warningSeverity);
@@ -214,26 +210,28 @@ private:
             const int last = g.group.deviceMapTail.toInt(&lastOk, 10);
             if (!known.contains(bus)) {
                 addGroup(g, "bus-unknown",
-                         tr("bus '%1' is not listed in fieldbus.xml").arg(g.group.fieldBus));
+                         ConfigCheck::tr("bus '%1' is not listed in fieldbus.xml")
+                                 .arg(g.group.fieldBus));
                 continue;
             }
             if (!firstOk || !lastOk) {
                 addGroup(g, "group-range",
-                         tr("device map '%1-%2' is not two addresses first-last")
+                         ConfigCheck::tr("device map '%1-%2' is not two addresses first-last")
                                  .arg(g.group.deviceMapHead, g.group.deviceMapTail),
                          warningSeverity);
                 continue;
             }
             if (first > last) {
                 addGroup(g, "group-range",
-                         tr("device map %1-%2 runs backwards").arg(first).arg(last),
+                         ConfigCheck::tr("device map %1-%2 runs backwards").arg(first).arg(last),
                          warningSeverity);
                 continue;
             }
             const int bits = s.busNum(bus, g.direction, QStringLiteral("bool"));
             if (first < 0 || last >= bits) {
                 addGroup(g, "group-range",
-                         tr("device map %1-%2 lies outside the %3 bool %4 addresses of %5")
+                         ConfigCheck::tr(
+                                 "device map %1-%2 lies outside the %3 bool %4 addresses of %5")
                                  .arg(first)
                                  .arg(last)
                                  .arg(bits)
@@ -286,7 +284,9 @@ private:
         const SnapshotGroup &g = s.groups.at(span.index);
         const SnapshotGroup &o = s.groups.at(other.index);
         addGroup(g, "group-overlap",
-                 tr("%1 overlaps %2 on line %3").arg(groupText(g), groupText(o)).arg(o.line));
+                 ConfigCheck::tr("%1 overlaps %2 on line %3")
+                         .arg(groupText(g), groupText(o))
+                         .arg(o.line));
     }
 
     static QString spanKey(const QString &bus, BiBo dir)
@@ -305,7 +305,7 @@ private:
             const SnapshotMapping &m = s.mappings.at(i);
             if (!m.missingKeyword.isEmpty()) {
                 addMapping(m, "malformed-line",
-                           tr("the row lacks %1 or its value").arg(m.missingKeyword));
+                           ConfigCheck::tr("the row lacks %1 or its value").arg(m.missingKeyword));
                 continue;
             }
             functionRules(m);
@@ -317,11 +317,12 @@ private:
             const bool isGroupRow = key.startsWith(groupPrefix);
             const QString bus = isGroupRow ? key.mid(groupPrefix.size()) : key;
             if (!known.contains(bus)) {
-                addMapping(m, "bus-unknown", tr("bus '%1' is not listed in fieldbus.xml").arg(key));
+                addMapping(m, "bus-unknown",
+                           ConfigCheck::tr("bus '%1' is not listed in fieldbus.xml").arg(key));
                 continue;
             }
             if (!enabled.contains(bus))
-                addMapping(m, "bus-disabled", tr("bus %1 is switched off").arg(bus));
+                addMapping(m, "bus-disabled", ConfigCheck::tr("bus %1 is switched off").arg(bus));
 
             if (m.row.address == QLatin1String("-1"))
                 continue;
@@ -329,7 +330,7 @@ private:
             const int address = m.row.address.toInt(&numeric, 10);
             if (!numeric) {
                 addMapping(m, "malformed-line",
-                           tr("address '%1' is not a number").arg(m.row.address));
+                           ConfigCheck::tr("address '%1' is not a number").arg(m.row.address));
                 continue;
             }
             byAddress[key + QLatin1Char('|') + QString::number(m.direction) + QLatin1Char('|')
@@ -348,7 +349,7 @@ private:
                 const SnapshotMapping &m = s.mappings.at(rows[k]);
                 const SnapshotMapping &other = s.mappings.at(rows[k == 0 ? 1 : 0]);
                 addMapping(m, "function-mapped-twice",
-                           tr("%1 %2 is mapped as %3 again on line %4")
+                           ConfigCheck::tr("%1 %2 is mapped as %3 again on line %4")
                                    .arg(m.row.module, m.row.name, directionWord(m.direction))
                                    .arg(other.line));
             }
@@ -360,7 +361,7 @@ private:
         const auto module = s.modules.constFind(m.row.module);
         if (module == s.modules.cend()) {
             addMapping(m, "function-unknown",
-                       tr("module %1 has no function list").arg(m.row.module));
+                       ConfigCheck::tr("module %1 has no function list").arg(m.row.module));
             return;
         }
         for (const SnapshotFunction &function : module->functions[m.direction]) {
@@ -368,13 +369,13 @@ private:
                 continue;
             if (function.type.compare(m.row.type, Qt::CaseInsensitive) != 0) {
                 addMapping(m, "type-mismatch",
-                           tr("%1 %2 is declared %3, mapped as %4")
+                           ConfigCheck::tr("%1 %2 is declared %3, mapped as %4")
                                    .arg(m.row.module, m.row.name, function.type, m.row.type));
             }
             return;
         }
         addMapping(m, "function-unknown",
-                   tr("%1 declares no %2 function %3")
+                   ConfigCheck::tr("%1 declares no %2 function %3")
                            .arg(m.row.module, directionWord(m.direction), m.row.name));
     }
 
@@ -382,14 +383,16 @@ private:
     {
         const int count = s.busNum(bus, m.direction, m.row.type);
         if (address < 0 || address >= count) {
-            addMapping(m, "address-out-of-range",
-                       count > 0 ? tr("address %1 is outside the %2 %3 %4 addresses of %5 (0-%6)")
-                                           .arg(address)
-                                           .arg(count)
-                                           .arg(m.row.type, directionWord(m.direction), bus)
-                                           .arg(count - 1)
-                                 : tr("%1 has no %2 %3 addresses")
-                                           .arg(bus, m.row.type, directionWord(m.direction)));
+            addMapping(
+                    m, "address-out-of-range",
+                    count > 0 ? ConfigCheck::tr(
+                                        "address %1 is outside the %2 %3 %4 addresses of %5 (0-%6)")
+                                        .arg(address)
+                                        .arg(count)
+                                        .arg(m.row.type, directionWord(m.direction), bus)
+                                        .arg(count - 1)
+                              : ConfigCheck::tr("%1 has no %2 %3 addresses")
+                                        .arg(bus, m.row.type, directionWord(m.direction)));
         }
         if (!fieldbusnames::holdsBool(m.row.type))
             return;
@@ -398,12 +401,13 @@ private:
             return;
         if (const GroupSpan *span = spans->covering(address)) {
             const SnapshotGroup &g = s.groups.at(span->index);
-            CheckFinding &f = addMapping(m, "bool-in-group",
-                                         tr("bool signal at address %1 lies inside %2 on line %3 "
-                                            "of user_groupio.cfg")
-                                                 .arg(address)
-                                                 .arg(groupText(g))
-                                                 .arg(g.line));
+            CheckFinding &f = addMapping(
+                    m, "bool-in-group",
+                    ConfigCheck::tr("bool signal at address %1 lies inside %2 on line %3 "
+                                    "of user_groupio.cfg")
+                            .arg(address)
+                            .arg(groupText(g))
+                            .arg(g.line));
             f.group = g.group.address;
         }
     }
@@ -415,7 +419,7 @@ private:
             && groupNumbers.contains(groupNumberKey(m.direction, typeIndex, bus, number)))
             return;
         CheckFinding &f = addMapping(m, "group-missing",
-                                     tr("there is no %1 %2 group %3 on %4")
+                                     ConfigCheck::tr("there is no %1 %2 group %3 on %4")
                                              .arg(m.row.type, directionWord(m.direction))
                                              .arg(number)
                                              .arg(bus));
@@ -469,7 +473,7 @@ private:
                 const SnapshotMapping &m = s.mappings.at(same[k]);
                 const SnapshotMapping &o = s.mappings.at(partner);
                 addMapping(m, "address-collision",
-                           tr("address %1 of %2 %3 is also taken by %4 %5 on line %6")
+                           ConfigCheck::tr("address %1 of %2 %3 is also taken by %4 %5 on line %6")
                                    .arg(m.row.address, m.row.fieldBus, directionWord(m.direction),
                                         o.row.module, o.row.name)
                                    .arg(o.line));

@@ -2,6 +2,8 @@
 
 #include "ConfigSnapshot.h"
 
+#include <QCoreApplication>
+
 // One thing found wrong in a configuration.
 struct CheckFinding
 {
@@ -28,6 +30,8 @@ struct CheckFinding
 // rule runs over indexes, never pairwise, so large tables stay quick.
 class FIELDBUSCONFIG_EXPORT ConfigCheck
 {
+    Q_DECLARE_TR_FUNCTIONS(ConfigCheck)
+
 public:
     // Findings sorted by file, then line, then kind.
     static QVector<CheckFinding> run(const ConfigSnapshot &snapshot);

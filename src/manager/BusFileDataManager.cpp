@@ -1,11 +1,14 @@
 #include "BusFileDataManager.h"
 
 #include "DataAccess.h"
+#include "FieldbusNames.h"
 #include "FileKind.h"
 #include "GetAndSendFile.h"
 #include "RbxInterface.h"
 
+#include <QCoreApplication>
 #include <QMetaType>
+#include <QTranslator>
 
 BusFileDataManager *BusFileDataManager::_pInstance = nullptr;
 bool BusFileDataManager::_isIllegalImportMap = false;
@@ -32,6 +35,7 @@ BusFileDataManager::BusFileDataManager()
     qRegisterMetaType<QStringList>("QStringList&");
 
     languageId = DataAccess::getLanguageId();
+    installTranslation();
     isFreeBusOpen = false;
     uiStyle = RtmUIStyle();
 
@@ -68,6 +72,17 @@ BusFileDataManager::BusFileDataManager()
             SLOT(slotReadFileMonitor(const QString &, bool &)));
     connect(worker, SIGNAL(resultListNotifyMonitor(QStringList &, QString &)), this,
             SLOT(slotReadListFilesMonitor(QStringList &, QString &)));
+}
+
+void BusFileDataManager::installTranslation()
+{
+    // A Chinese pendant shows the library's texts in Chinese; the translation
+    // is built into the library, so nothing need be installed beside it.
+    static QTranslator translator;
+    if (languageId == fieldbusnames::chineseLanguageId && QCoreApplication::instance()
+        && translator.isEmpty()
+        && translator.load(QStringLiteral(":/translations/fieldbusconfig_zh_CN.qm")))
+        QCoreApplication::installTranslator(&translator);
 }
 
 BusFileDataManager::~BusFileDataManager()

@@ -212,6 +212,8 @@ private slots:
 private:
     BusFileDataManager();
     Q_DISABLE_COPY(BusFileDataManager)
+    // Installs the library's Chinese texts when the pendant speaks Chinese.
+    void installTranslation();
 
     void notify(FileHandle handle, const QString &fileKey, bool isSuccess);
 

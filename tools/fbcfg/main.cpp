@@ -7,9 +7,6 @@
 #include <QFileInfo>
 #include <QTranslator>
 
-#include <memory>
-#include <vector>
-
 namespace {
 
 struct OptionInfo
@@ -378,20 +375,11 @@ void addOption(QCommandLineParser &parser, const OptionInfo &o)
         parser.addOption(QCommandLineOption(names, Fbcfg::tr(o.description)));
 }
 
-void loadTranslations(QCoreApplication &app, std::vector<std::unique_ptr<QTranslator>> &loaded)
+// The library installs its own translation when the pendant's language is Chinese.
+void loadTranslation(QCoreApplication &app, QTranslator &translator)
 {
-    const QString installed = QDir::cleanPath(
-            QDir(QCoreApplication::applicationDirPath())
-                    .absoluteFilePath(QStringLiteral(FBCFG_DATA_FROM_BIN "/translations")));
-    const QString folder =
-            QFileInfo(installed).isDir() ? installed : QStringLiteral(FBCFG_BUILD_TRANSLATIONS);
-    for (const char *name : {"fbcfg_zh_CN", "fieldbusconfig_zh_CN"}) {
-        auto translator = std::make_unique<QTranslator>();
-        if (translator->load(QLatin1String(name), folder)) {
-            app.installTranslator(translator.get());
-            loaded.push_back(std::move(translator));
-        }
-    }
+    if (translator.load(QStringLiteral(":/translations/fbcfg_zh_CN.qm")))
+        app.installTranslator(&translator);
 }
 
 int settle(const Call &call, const CommandInfo &c, Settings &settings)
@@ -444,9 +432,9 @@ int main(int argc, char *argv[])
     const QStringList arguments = QCoreApplication::arguments();
     const Scan first = scan(arguments);
     Output::setVerbose(first.verbose);
-    std::vector<std::unique_ptr<QTranslator>> translators;
+    QTranslator translator;
     if (first.lang == QLatin1String("zh"))
-        loadTranslations(app, translators);
+        loadTranslation(app, translator);
 
     Call call;
     call.name = first.words.value(0);
