@@ -3,8 +3,6 @@
 #include "Session.h"
 
 #include <QCommandLineParser>
-#include <QDir>
-#include <QFileInfo>
 #include <QTranslator>
 
 namespace {
