@@ -5,837 +5,837 @@
     <name>fbcfg</name>
     <message>
         <source>on</source>
-        <translation type="unfinished"></translation>
+        <translation>开启</translation>
     </message>
     <message>
         <source>off</source>
-        <translation type="unfinished"></translation>
+        <translation>关闭</translation>
     </message>
     <message>
         <source>NAME</source>
-        <translation type="unfinished"></translation>
+        <translation>名称</translation>
     </message>
     <message>
         <source>SHORT</source>
-        <translation type="unfinished"></translation>
+        <translation>简称</translation>
     </message>
     <message>
         <source>STATE</source>
-        <translation type="unfinished"></translation>
+        <translation>状态</translation>
     </message>
     <message>
         <source>Buses:</source>
-        <translation type="unfinished"></translation>
+        <translation>总线：</translation>
     </message>
     <message>
         <source>Free bus: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>自由总线：%1</translation>
     </message>
     <message>
         <source>open</source>
-        <translation type="unfinished"></translation>
+        <translation>开启</translation>
     </message>
     <message>
         <source>closed</source>
-        <translation type="unfinished"></translation>
+        <translation>关闭</translation>
     </message>
     <message>
         <source>Modules (%1): %2</source>
-        <translation type="unfinished"></translation>
+        <translation>模块 (%1)：%2</translation>
     </message>
     <message>
         <source>Signals, groups and user IO areas of the buses that are on:</source>
-        <translation type="unfinished"></translation>
+        <translation>已开启总线的信号、组和用户 IO 区：</translation>
     </message>
     <message>
         <source>BUS</source>
-        <translation type="unfinished"></translation>
+        <translation>总线</translation>
     </message>
     <message>
         <source>DIRECTION</source>
-        <translation type="unfinished"></translation>
+        <translation>方向</translation>
     </message>
     <message>
         <source>SIGNALS</source>
-        <translation type="unfinished"></translation>
+        <translation>信号</translation>
     </message>
     <message>
         <source>GROUP SIGNALS</source>
-        <translation type="unfinished"></translation>
+        <translation>组信号</translation>
     </message>
     <message>
         <source>GROUPS</source>
-        <translation type="unfinished"></translation>
+        <translation>组</translation>
     </message>
     <message>
         <source>BOOL</source>
-        <translation type="unfinished"></translation>
+        <translation>BOOL</translation>
     </message>
     <message>
         <source>INT</source>
-        <translation type="unfinished"></translation>
+        <translation>INT</translation>
     </message>
     <message>
         <source>OTHER</source>
-        <translation type="unfinished"></translation>
+        <translation>其他</translation>
     </message>
     <message>
         <source>the Modbus TCP slave mtcp is always on</source>
-        <translation type="unfinished"></translation>
+        <translation>Modbus TCP 从站 mtcp 始终开启</translation>
     </message>
     <message>
         <source>there is no bus %1; the buses are %2</source>
-        <translation type="unfinished"></translation>
+        <translation>没有总线 %1；现有总线为 %2</translation>
     </message>
     <message>
         <source>%1 is already %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 已是 %2</translation>
     </message>
     <message>
         <source>cannot write the local copy of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法写入 %1 的本地副本</translation>
     </message>
     <message>
         <source>%1 switched %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 已%2</translation>
     </message>
     <message numerus="yes">
         <source>%n mapped signal(s) of %1 stay mapped while it is off</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%1 关闭期间，其 %n 个已映射信号仍保持映射</numerusform>
         </translation>
     </message>
     <message>
         <source>the switch is on or off, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>开关状态应为 on 或 off，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>--current must be a switch word, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--current 必须是开关字，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>the performance switch knows no bus %1; it knows mtcp, ethcat, eip, pfn, ecm, dns, mbc, eim, pnm and dnm</source>
-        <translation type="unfinished"></translation>
+        <translation>通信性能开关不识别总线 %1；可识别的总线有 mtcp、ethcat、eip、pfn、ecm、dns、mbc、eim、pnm 和 dnm</translation>
     </message>
     <message>
         <source>kept: the switch word stays %1</source>
-        <translation type="unfinished"></translation>
+        <translation>未变更：开关字仍为 %1</translation>
     </message>
     <message>
         <source>cannot read %1 from the controller</source>
-        <translation type="unfinished"></translation>
+        <translation>无法从控制器读取 %1</translation>
     </message>
     <message>
         <source>the byte order is big or little, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>字节序应为 big 或 little，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>the byte order is already %1</source>
-        <translation type="unfinished"></translation>
+        <translation>字节序已是 %1</translation>
     </message>
     <message>
         <source>writing or sending %1 failed</source>
-        <translation type="unfinished"></translation>
+        <translation>写入或发送 %1 失败</translation>
     </message>
     <message>
         <source>byte order: %1 -&gt; %2</source>
-        <translation type="unfinished"></translation>
+        <translation>字节序：%1 -&gt; %2</translation>
     </message>
     <message>
         <source> (warning)</source>
-        <translation type="unfinished"></translation>
+        <translation> (警告)</translation>
     </message>
     <message>
         <source>no problems found</source>
-        <translation type="unfinished"></translation>
+        <translation>未发现问题</translation>
     </message>
     <message>
         <source>1 error</source>
-        <translation type="unfinished"></translation>
+        <translation>1 个错误</translation>
     </message>
     <message>
         <source>%1 errors</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 个错误</translation>
     </message>
     <message>
         <source>1 warning</source>
-        <translation type="unfinished"></translation>
+        <translation>1 个警告</translation>
     </message>
     <message>
         <source>%1 warnings</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 个警告</translation>
     </message>
     <message>
         <source>%1; see fbcfg %2 --help</source>
-        <translation type="unfinished"></translation>
+        <translation>%1；参见 fbcfg %2 --help</translation>
     </message>
     <message>
         <source>refused: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>已拒绝：%1</translation>
     </message>
     <message>
         <source>--dir in|out is required</source>
-        <translation type="unfinished"></translation>
+        <translation>必须指定 --dir in|out</translation>
     </message>
     <message>
         <source>--dir must be in or out, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--dir 必须为 in 或 out，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>input</source>
-        <translation type="unfinished"></translation>
+        <translation>输入</translation>
     </message>
     <message>
         <source>output</source>
-        <translation type="unfinished"></translation>
+        <translation>输出</translation>
     </message>
     <message>
         <source>the pendant does not allow editing now (see the warning above)</source>
-        <translation type="unfinished"></translation>
+        <translation>示教器当前不允许编辑（见上方警告）</translation>
     </message>
     <message>
         <source>no descriptions</source>
-        <translation type="unfinished"></translation>
+        <translation>没有描述</translation>
     </message>
     <message>
         <source>VARIABLE</source>
-        <translation type="unfinished"></translation>
+        <translation>变量</translation>
     </message>
     <message>
         <source>DESCRIPTION</source>
-        <translation type="unfinished"></translation>
+        <translation>描述</translation>
     </message>
     <message>
         <source>the description must not hold &quot;&lt;&quot;: the file is written without escaping</source>
-        <translation type="unfinished"></translation>
+        <translation>描述中不能含有 &quot;&lt;&quot;：文件写入时不做转义</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is not NAME[INDEX] with a decimal INDEX and a NAME without &quot; &lt; [ ]</source>
-        <translation type="unfinished"></translation>
+        <translation>&apos;%1&apos; 不符合 NAME[INDEX] 格式：INDEX 须为十进制数，NAME 中不能含有 &quot; &lt; [ ]</translation>
     </message>
     <message>
         <source>the index -1 marks an entry that is not read back</source>
-        <translation type="unfinished"></translation>
+        <translation>索引 -1 表示不会被读回的条目</translation>
     </message>
     <message>
         <source>%1 has no description to remove</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 没有可删除的描述</translation>
     </message>
     <message>
         <source>%1 is already described so</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 已是该描述</translation>
     </message>
     <message>
         <source>(none)</source>
-        <translation type="unfinished"></translation>
+        <translation>（无）</translation>
     </message>
     <message>
         <source>--type int|float|string is required</source>
-        <translation type="unfinished"></translation>
+        <translation>必须指定 --type int|float|string</translation>
     </message>
     <message>
         <source>--type must be int, float or string, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--type 必须为 int、float 或 string，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>%1 %2 group %3 of %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%4 的 %1 %2组 %3</translation>
     </message>
     <message>
         <source>no groups</source>
-        <translation type="unfinished"></translation>
+        <translation>没有组</translation>
     </message>
     <message>
         <source>TYPE</source>
-        <translation type="unfinished"></translation>
+        <translation>类型</translation>
     </message>
     <message>
         <source>GROUP</source>
-        <translation type="unfinished"></translation>
+        <translation>组</translation>
     </message>
     <message>
         <source>FIRST</source>
-        <translation type="unfinished"></translation>
+        <translation>起始</translation>
     </message>
     <message>
         <source>LAST</source>
-        <translation type="unfinished"></translation>
+        <translation>结束</translation>
     </message>
     <message>
         <source>LINE</source>
-        <translation type="unfinished"></translation>
+        <translation>行</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is not a number</source>
-        <translation type="unfinished"></translation>
+        <translation>&apos;%1&apos; 不是数字</translation>
     </message>
     <message>
         <source>%1 is not a bus that is on; the buses that are on are %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 不是已开启的总线；已开启的总线为 %2</translation>
     </message>
     <message>
         <source>group %1 is beyond the %2 %3 %4 groups of %5 (0-%6)</source>
-        <translation type="unfinished"></translation>
+        <translation>组 %1 超出了 %5 的 %2 个 %3 %4组的范围 (0-%6)</translation>
     </message>
     <message>
         <source>the first address %1 comes after the last %2</source>
-        <translation type="unfinished"></translation>
+        <translation>起始地址 %1 大于结束地址 %2</translation>
     </message>
     <message>
         <source>addresses %1-%2 are beyond %3&apos;s %4 bool %5 addresses (0-%6)</source>
-        <translation type="unfinished"></translation>
+        <translation>地址 %1-%2 超出了 %3 的 %4 个 bool %5地址的范围 (0-%6)</translation>
     </message>
     <message>
         <source>the bool signal at address %1%2 of %3 lies inside %4-%5</source>
-        <translation type="unfinished"></translation>
+        <translation>%3 地址 %1%2 处的 bool 信号位于 %4-%5 之内</translation>
     </message>
     <message>
         <source>%1-%2 overlaps %3 (%4)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1-%2 与 %3 (%4) 重叠</translation>
     </message>
     <message>
         <source>%1 %2 group %3 belongs to %4; group numbers are shared by all buses</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2组 %3 属于 %4；组号由所有总线共用</translation>
     </message>
     <message>
         <source>new</source>
-        <translation type="unfinished"></translation>
+        <translation>新建</translation>
     </message>
     <message>
         <source>there is no %1</source>
-        <translation type="unfinished"></translation>
+        <translation>不存在 %1</translation>
     </message>
     <message>
         <source>%1 is used by %2; unmap them first</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 正被 %2 使用；请先取消它们的映射</translation>
     </message>
     <message>
         <source>%1 (%2) deleted</source>
-        <translation type="unfinished"></translation>
+        <translation>已删除 %1 (%2)</translation>
     </message>
     <message>
         <source>bus %1 is not switched on</source>
-        <translation type="unfinished"></translation>
+        <translation>总线 %1 未开启</translation>
     </message>
     <message>
         <source>the address is outside %1&apos;s %2 %3 %4 addresses</source>
-        <translation type="unfinished"></translation>
+        <translation>地址超出了 %1 的 %2 个 %3 %4地址的范围</translation>
     </message>
     <message>
         <source>there is no %1 %2 group %3 on %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%4 上没有 %1 %2组 %3</translation>
     </message>
     <message>
         <source>the bool signal lies inside %1 group %2</source>
-        <translation type="unfinished"></translation>
+        <translation>该 bool 信号位于 %1 组 %2 之内</translation>
     </message>
     <message>
         <source>not taken</source>
-        <translation type="unfinished"></translation>
+        <translation>未采用</translation>
     </message>
     <message>
         <source>keep the present mapping (p) or take the imported one (i)? </source>
-        <translation type="unfinished"></translation>
+        <translation>保留现有映射 (p) 还是采用导入的映射 (i)? </translation>
     </message>
     <message>
         <source>cannot copy the local %1 to its backup</source>
-        <translation type="unfinished"></translation>
+        <translation>无法将本地的 %1 复制为备份</translation>
     </message>
     <message>
         <source>sending %1 to the controller failed</source>
-        <translation type="unfinished"></translation>
+        <translation>向控制器发送 %1 失败</translation>
     </message>
     <message>
         <source>%1 backed up to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 已备份到 %2</translation>
     </message>
     <message>
         <source>give either --modules A,B or --all</source>
-        <translation type="unfinished"></translation>
+        <translation>请指定 --modules A,B 或 --all 之一</translation>
     </message>
     <message>
         <source>--prefer must be present or imported, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--prefer 必须为 present 或 imported，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>cannot read %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法读取 %1</translation>
     </message>
     <message>
         <source>the library could not read %1</source>
-        <translation type="unfinished"></translation>
+        <translation>库无法读取 %1</translation>
     </message>
     <message>
         <source>line %1</source>
-        <translation type="unfinished"></translation>
+        <translation>第 %1 行</translation>
     </message>
     <message>
         <source>%1: %2 rows to import, %3 already there, %4 dropped</source>
-        <translation type="unfinished"></translation>
+        <translation>%1：待导入 %2 行，已存在 %3 行，丢弃 %4 行</translation>
     </message>
     <message>
         <source>  collision: %1 takes the address of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>  冲突：%1 占用了 %2 的地址</translation>
     </message>
     <message>
         <source>  mapped differently: %1, present %2 %3</source>
-        <translation type="unfinished"></translation>
+        <translation>  映射不同：%1，现有映射为 %2 %3</translation>
     </message>
     <message>
         <source>nothing to import; the mapping stays as it is</source>
-        <translation type="unfinished"></translation>
+        <translation>没有可导入的内容；映射保持不变</translation>
     </message>
     <message>
         <source>nothing was changed: the import collides with the present mapping; choose with --prefer present|imported</source>
-        <translation type="unfinished"></translation>
+        <translation>未做任何更改：导入内容与现有映射冲突；请用 --prefer present|imported 选择</translation>
     </message>
     <message>
         <source>backing up the present mapping to %1 failed; nothing was changed</source>
-        <translation type="unfinished"></translation>
+        <translation>将现有映射备份到 %1 失败；未做任何更改</translation>
     </message>
     <message>
         <source>cannot write %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法写入 %1</translation>
     </message>
     <message>
         <source>sending the imported mapping to %1 failed</source>
-        <translation type="unfinished"></translation>
+        <translation>将导入的映射发送到 %1 失败</translation>
     </message>
     <message>
         <source>%1 now holds %2 input and %3 output rows; restart the controller for the new mapping to take effect</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 现有 %2 行输入和 %3 行输出；请重启控制器使新映射生效</translation>
     </message>
     <message>
         <source>Work on the controller whose files are in DIR (default: a fresh copy of the bundled sample controller).</source>
-        <translation type="unfinished"></translation>
+        <translation>操作文件位于 DIR 中的控制器（默认：随附示例控制器的一份新副本）。</translation>
     </message>
     <message>
         <source>Keep the pendant side in DIR: DIR/pendant, the library&apos;s folder DIR/Application/fieldbus and, without --controller, a fresh copy of the sample in DIR/Controller (default: a temporary folder, removed at exit).</source>
-        <translation type="unfinished"></translation>
+        <translation>将示教器端放在 DIR 中：DIR/pendant、库的文件夹 DIR/Application/fieldbus，未指定 --controller 时还有 DIR/Controller 中的示例新副本（默认：临时文件夹，退出时删除）。</translation>
     </message>
     <message>
         <source>Language of module and function names and of messages (default en).</source>
-        <translation type="unfinished"></translation>
+        <translation>模块名、功能名及消息的语言（默认 en）。</translation>
     </message>
     <message>
         <source>Print JSON (listing commands and check).</source>
-        <translation type="unfinished"></translation>
+        <translation>输出 JSON（适用于列表类命令和 check）。</translation>
     </message>
     <message>
         <source>Answer the library&apos;s questions with yes.</source>
-        <translation type="unfinished"></translation>
+        <translation>对库的提问一律回答“是”。</translation>
     </message>
     <message>
         <source>Answer the library&apos;s questions with no.</source>
-        <translation type="unfinished"></translation>
+        <translation>对库的提问一律回答“否”。</translation>
     </message>
     <message>
         <source>Wait at most SECONDS for each answer of the library (default 30).</source>
-        <translation type="unfinished"></translation>
+        <translation>每次等待库应答最多 SECONDS 秒（默认 30）。</translation>
     </message>
     <message>
         <source>Show the library&apos;s diagnostics.</source>
-        <translation type="unfinished"></translation>
+        <translation>显示库的诊断信息。</translation>
     </message>
     <message>
         <source>Show help for the tool or a command.</source>
-        <translation type="unfinished"></translation>
+        <translation>显示本工具或某个命令的帮助。</translation>
     </message>
     <message>
         <source>Show the version.</source>
-        <translation type="unfinished"></translation>
+        <translation>显示版本。</translation>
     </message>
     <message>
         <source>The switch word in force now, decimal or 0x hexadecimal (default 0).</source>
-        <translation type="unfinished"></translation>
+        <translation>当前生效的开关字，十进制或 0x 十六进制（默认 0）。</translation>
     </message>
     <message>
         <source>Only this bus: a short name such as mtcp; group_mtcp for the group signals of mtcp.</source>
-        <translation type="unfinished"></translation>
+        <translation>仅此总线：简称，如 mtcp；mtcp 的组信号用 group_mtcp。</translation>
     </message>
     <message>
         <source>Direction: in (signals the controller receives) or out.</source>
-        <translation type="unfinished"></translation>
+        <translation>方向：in（控制器接收的信号）或 out。</translation>
     </message>
     <message>
         <source>Only this module (English or Chinese name).</source>
-        <translation type="unfinished"></translation>
+        <translation>仅此模块（英文名或中文名）。</translation>
     </message>
     <message>
         <source>Filter time of a bool input (default: kept, or 0 for a new row).</source>
-        <translation type="unfinished"></translation>
+        <translation>bool 输入的滤波时间（默认：保持不变，新行为 0）。</translation>
     </message>
     <message>
         <source>Inversion of a bool signal (default: kept, or 0 for a new row).</source>
-        <translation type="unfinished"></translation>
+        <translation>bool 信号是否取反（默认：保持不变，新行为 0）。</translation>
     </message>
     <message>
         <source>Value type of the group.</source>
-        <translation type="unfinished"></translation>
+        <translation>组的值类型。</translation>
     </message>
     <message>
         <source>Import the rows of these modules (English or Chinese names).</source>
-        <translation type="unfinished"></translation>
+        <translation>导入这些模块的行（英文名或中文名）。</translation>
     </message>
     <message>
         <source>Import the rows of every module except the process-variable layout.</source>
-        <translation type="unfinished"></translation>
+        <translation>导入除过程变量布局外所有模块的行。</translation>
     </message>
     <message>
         <source>For functions that both sides map differently: keep the present mapping or take the imported one (default: ask on a terminal).</source>
-        <translation type="unfinished"></translation>
+        <translation>对于两边映射不同的功能：保留现有映射或采用导入的映射（默认：在终端上询问）。</translation>
     </message>
     <message>
         <source>Show the buses, the modules, the mapped signals and groups and the user IO areas.</source>
-        <translation type="unfinished"></translation>
+        <translation>显示总线、模块、已映射的信号和组以及用户 IO 区。</translation>
     </message>
     <message>
         <source>List the fieldbuses and whether each is on.</source>
-        <translation type="unfinished"></translation>
+        <translation>列出现场总线及各自是否开启。</translation>
     </message>
     <message>
         <source>Switch a bus on.</source>
-        <translation type="unfinished"></translation>
+        <translation>开启一条总线。</translation>
     </message>
     <message>
         <source>Switch a bus off; its mapped signals stay mapped.</source>
-        <translation type="unfinished"></translation>
+        <translation>关闭一条总线；其已映射的信号保持映射。</translation>
     </message>
     <message>
         <source>Print the new communication-performance switch word when the switch of a bus is turned on or off.</source>
-        <translation type="unfinished"></translation>
+        <translation>输出打开或关闭某总线的通信性能开关后新的开关字。</translation>
     </message>
     <message>
         <source>Only one protocol may hold the switch; the library asks before taking it from another one. Nothing is written: the switch word is not kept in the files this tool handles. Exit status 1 when the switch word stays as it is.</source>
-        <translation type="unfinished"></translation>
+        <translation>同一时间只能有一个协议开启该开关；从另一协议收回开关前库会先询问。不写入任何内容：开关字不保存在本工具处理的文件中。开关字保持不变时退出状态为 1。</translation>
     </message>
     <message>
         <source>List the mapped signals.</source>
-        <translation type="unfinished"></translation>
+        <translation>列出已映射的信号。</translation>
     </message>
     <message>
         <source>Map a function of a module to an address of a bus, or to a group (BUS group_SHORT, ADDRESS the group number).</source>
-        <translation type="unfinished"></translation>
+        <translation>将模块的功能映射到总线的地址或某个组（BUS 为 group_SHORT，ADDRESS 为组号）。</translation>
     </message>
     <message>
         <source>The change is checked as the pendant checks it: the bus must be on, the address within the bus&apos;s area, free, and for a bool signal outside every group. A refused change writes nothing and ends with exit status 1.</source>
-        <translation type="unfinished"></translation>
+        <translation>更改按示教器的规则检查：总线必须已开启，地址须在该总线的区域内且未被占用，bool 信号的地址还须不在任何组内。被拒绝的更改不写入任何内容，退出状态为 1。</translation>
     </message>
     <message>
         <source>Remove the mapping of a function.</source>
-        <translation type="unfinished"></translation>
+        <translation>删除功能的映射。</translation>
     </message>
     <message>
         <source>List the group signals&apos; groups.</source>
-        <translation type="unfinished"></translation>
+        <translation>列出组信号的组。</translation>
     </message>
     <message>
         <source>Define or change group NUMBER of a bus over the bool addresses FIRST to LAST.</source>
-        <translation type="unfinished"></translation>
+        <translation>在总线的 bool 地址 FIRST 到 LAST 上定义或修改组 NUMBER。</translation>
     </message>
     <message>
         <source>The range must hold no mapped bool signal and overlap no other group of the bus.</source>
-        <translation type="unfinished"></translation>
+        <translation>该范围内不能有已映射的 bool 信号，也不能与该总线的其他组重叠。</translation>
     </message>
     <message>
         <source>Delete a group that no mapped signal uses.</source>
-        <translation type="unfinished"></translation>
+        <translation>删除未被任何已映射信号使用的组。</translation>
     </message>
     <message>
         <source>Copy the signal mapping to the controller&apos;s mapping backup.</source>
-        <translation type="unfinished"></translation>
+        <translation>将信号映射复制到控制器的映射备份。</translation>
     </message>
     <message>
         <source>Import the mappings of some modules from a saved mapping file.</source>
-        <translation type="unfinished"></translation>
+        <translation>从已保存的映射文件导入部分模块的映射。</translation>
     </message>
     <message>
         <source>Rows the controller cannot carry are dropped and reported. The present mapping is backed up first. The new mapping takes effect after a controller restart.</source>
-        <translation type="unfinished"></translation>
+        <translation>控制器无法承载的行会被丢弃并报告。导入前先备份现有映射。新映射在控制器重启后生效。</translation>
     </message>
     <message>
         <source>List the users&apos; signal descriptions.</source>
-        <translation type="unfinished"></translation>
+        <translation>列出用户的信号描述。</translation>
     </message>
     <message>
         <source>Describe a fieldbus variable; an empty TEXT removes the description.</source>
-        <translation type="unfinished"></translation>
+        <translation>设置现场总线变量的描述；TEXT 为空时删除该描述。</translation>
     </message>
     <message>
         <source>The file is written without escaping, so TEXT must not hold &quot;&lt;&quot;, and NAME none of &quot; &lt; [ ].</source>
-        <translation type="unfinished"></translation>
+        <translation>文件写入时不做转义，因此 TEXT 中不能含有 &quot;&lt;&quot;，NAME 中不能含有 &quot; &lt; [ ] 中的任何字符。</translation>
     </message>
     <message>
         <source>Print the byte order of the fieldbus slave.</source>
-        <translation type="unfinished"></translation>
+        <translation>输出现场总线从站的字节序。</translation>
     </message>
     <message>
         <source>Set the byte order of the fieldbus slave.</source>
-        <translation type="unfinished"></translation>
+        <translation>设置现场总线从站的字节序。</translation>
     </message>
     <message>
         <source>Check the whole configuration and list what is wrong.</source>
-        <translation type="unfinished"></translation>
+        <translation>检查整个配置并列出存在的问题。</translation>
     </message>
     <message>
         <source>One line per finding: FILE:LINE: KIND: MESSAGE. Exit status 1 when there are errors.</source>
-        <translation type="unfinished"></translation>
+        <translation>每个问题一行：FILE:LINE: KIND: MESSAGE。存在错误时退出状态为 1。</translation>
     </message>
     <message>
         <source>Usage: fbcfg [options] COMMAND [arguments]</source>
-        <translation type="unfinished"></translation>
+        <translation>用法：fbcfg [选项] COMMAND [参数]</translation>
     </message>
     <message>
         <source>Does from a terminal what the pendant&apos;s fieldbus screens do, on a controller whose files are in a folder. Options may stand before or after the command.</source>
-        <translation type="unfinished"></translation>
+        <translation>在终端中完成示教器现场总线界面的操作，作用于文件位于某个文件夹中的控制器。选项可放在命令之前或之后。</translation>
     </message>
     <message>
         <source>Commands:</source>
-        <translation type="unfinished"></translation>
+        <translation>命令：</translation>
     </message>
     <message>
         <source>Options:</source>
-        <translation type="unfinished"></translation>
+        <translation>选项：</translation>
     </message>
     <message>
         <source>Run &quot;fbcfg COMMAND --help&quot; for the arguments and options of a command. Exit status: 0 done, 1 change refused or check findings, 2 bad usage, unreadable controller or failed transfer.</source>
-        <translation type="unfinished"></translation>
+        <translation>运行 &quot;fbcfg COMMAND --help&quot; 查看命令的参数和选项。退出状态：0 完成；1 更改被拒绝或检查发现问题；2 用法错误、控制器无法读取或传输失败。</translation>
     </message>
     <message>
         <source>Usage:</source>
-        <translation type="unfinished"></translation>
+        <translation>用法：</translation>
     </message>
     <message>
         <source>Options of the command:</source>
-        <translation type="unfinished"></translation>
+        <translation>命令选项：</translation>
     </message>
     <message>
         <source>Options of every command:</source>
-        <translation type="unfinished"></translation>
+        <translation>所有命令通用的选项：</translation>
     </message>
     <message>
         <source>missing argument %1</source>
-        <translation type="unfinished"></translation>
+        <translation>缺少参数 %1</translation>
     </message>
     <message>
         <source>unexpected argument &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>多余的参数 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>--json does not apply to fbcfg %1</source>
-        <translation type="unfinished"></translation>
+        <translation>--json 不适用于 fbcfg %1</translation>
     </message>
     <message>
         <source>--yes and --no exclude each other</source>
-        <translation type="unfinished"></translation>
+        <translation>--yes 与 --no 不能同时使用</translation>
     </message>
     <message>
         <source>--lang must be en or zh, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--lang 必须为 en 或 zh，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>--timeout must be a number of seconds, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--timeout 必须是秒数，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>a command is missing; see fbcfg --help</source>
-        <translation type="unfinished"></translation>
+        <translation>缺少命令；参见 fbcfg --help</translation>
     </message>
     <message>
         <source>unknown command &apos;%1&apos;; see fbcfg --help</source>
-        <translation type="unfinished"></translation>
+        <translation>未知命令 &apos;%1&apos;；参见 fbcfg --help</translation>
     </message>
     <message>
         <source>fbcfg %1 needs one of: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>fbcfg %1 需要以下子命令之一：%2</translation>
     </message>
     <message>
         <source>unknown command &apos;%1 %2&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>未知命令 &apos;%1 %2&apos;</translation>
     </message>
     <message>
         <source>option --%1 does not apply to fbcfg %2</source>
-        <translation type="unfinished"></translation>
+        <translation>选项 --%1 不适用于 fbcfg %2</translation>
     </message>
     <message>
         <source>unknown option &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>未知选项 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>the library tells mapping rows apart by function name and bus only, and %1 has the same; nothing was changed</source>
-        <translation type="unfinished"></translation>
+        <translation>库仅按功能名和总线区分映射行，而 %1 与之相同；未做任何更改</translation>
     </message>
     <message>
         <source>there is no module %1; the modules are %2</source>
-        <translation type="unfinished"></translation>
+        <translation>没有模块 %1；现有模块为 %2</translation>
     </message>
     <message>
         <source>%1 declares no %2 functions for the fieldbus</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 未声明用于现场总线的%2功能</translation>
     </message>
     <message>
         <source>%1 declares no %2 function %3; it declares %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 未声明%2功能 %3；它声明的有 %4</translation>
     </message>
     <message>
         <source>not mapped</source>
-        <translation type="unfinished"></translation>
+        <translation>未映射</translation>
     </message>
     <message>
         <source>group %1 is beyond the %2 %3 groups of %4 (0-%5)</source>
-        <translation type="unfinished"></translation>
+        <translation>组 %1 超出了 %4 的 %2 个 %3 组的范围 (0-%5)</translation>
     </message>
     <message>
         <source>%1 %2 group %3 of %4 is taken by %5</source>
-        <translation type="unfinished"></translation>
+        <translation>%4 的 %1 %2组 %3 已被 %5 占用</translation>
     </message>
     <message>
         <source>%1 has no %2 %3 addresses</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 没有 %2 %3地址</translation>
     </message>
     <message>
         <source>address %1 is beyond %2&apos;s %3 %4 %5 addresses (0-%6)</source>
-        <translation type="unfinished"></translation>
+        <translation>地址 %1 超出了 %2 的 %3 个 %4 %5地址的范围 (0-%6)</translation>
     </message>
     <message>
         <source>address %1 of %2 (%3 %4) is taken by %5</source>
-        <translation type="unfinished"></translation>
+        <translation>%2 (%3 %4) 的地址 %1 已被 %5 占用</translation>
     </message>
     <message>
         <source>address %1 of %2 (%3 %4) lies inside %5 group %6%7</source>
-        <translation type="unfinished"></translation>
+        <translation>%2 (%3 %4) 的地址 %1 位于 %5 组 %6%7 之内</translation>
     </message>
     <message>
         <source>no mapped signals</source>
-        <translation type="unfinished"></translation>
+        <translation>没有已映射的信号</translation>
     </message>
     <message>
         <source>MODULE</source>
-        <translation type="unfinished"></translation>
+        <translation>模块</translation>
     </message>
     <message>
         <source>FUNCTION</source>
-        <translation type="unfinished"></translation>
+        <translation>功能</translation>
     </message>
     <message>
         <source>ADDRESS</source>
-        <translation type="unfinished"></translation>
+        <translation>地址</translation>
     </message>
     <message>
         <source>FILTER</source>
-        <translation type="unfinished"></translation>
+        <translation>滤波</translation>
     </message>
     <message>
         <source>INVERT</source>
-        <translation type="unfinished"></translation>
+        <translation>取反</translation>
     </message>
     <message>
         <source>the address must be a number, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>地址必须是数字，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>--filter-time must be a number, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--filter-time 必须是数字，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>--invert must be 0 or 1, not &apos;%1&apos;</source>
-        <translation type="unfinished"></translation>
+        <translation>--invert 必须为 0 或 1，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
         <source>--filter-time applies only to bool inputs</source>
-        <translation type="unfinished"></translation>
+        <translation>--filter-time 仅适用于 bool 输入</translation>
     </message>
     <message>
         <source>--invert applies only to bool signals</source>
-        <translation type="unfinished"></translation>
+        <translation>--invert 仅适用于 bool 信号</translation>
     </message>
     <message>
         <source>bus %1 is switched off</source>
-        <translation type="unfinished"></translation>
+        <translation>总线 %1 已关闭</translation>
     </message>
     <message>
         <source>there is no bus %1; the buses that are on are %2</source>
-        <translation type="unfinished"></translation>
+        <translation>没有总线 %1；已开启的总线为 %2</translation>
     </message>
     <message>
         <source>%1 is already mapped to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 已映射到 %2</translation>
     </message>
     <message>
         <source>%1 %2 has no %3 mapping</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2 没有%3映射</translation>
     </message>
     <message>
         <source>cannot make a temporary workspace: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法创建临时工作区：%1</translation>
     </message>
     <message>
         <source>cannot make the workspace %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法创建工作区 %1</translation>
     </message>
     <message>
         <source>cannot make %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法创建 %1</translation>
     </message>
     <message>
         <source>the controller folder %1 does not exist</source>
-        <translation type="unfinished"></translation>
+        <translation>控制器文件夹 %1 不存在</translation>
     </message>
     <message>
         <source>%1 is not a controller folder: it has no application/fidbus</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 不是控制器文件夹：其中没有 application/fidbus</translation>
     </message>
     <message>
         <source>the sample controller is missing (looked in %1); give one with --controller</source>
-        <translation type="unfinished"></translation>
+        <translation>找不到示例控制器（已查找 %1）；请用 --controller 指定</translation>
     </message>
     <message>
         <source>cannot copy the sample controller to %1</source>
-        <translation type="unfinished"></translation>
+        <translation>无法将示例控制器复制到 %1</translation>
     </message>
     <message>
         <source>working on a copy of the sample controller in %1 (removed at exit)</source>
-        <translation type="unfinished"></translation>
+        <translation>正在操作 %1 中的示例控制器副本（退出时删除）</translation>
     </message>
     <message>
         <source>working on a copy of the sample controller in %1</source>
-        <translation type="unfinished"></translation>
+        <translation>正在操作 %1 中的示例控制器副本</translation>
     </message>
     <message>
         <source>cannot copy %1 to %2</source>
-        <translation type="unfinished"></translation>
+        <translation>无法将 %1 复制到 %2</translation>
     </message>
     <message>
         <source>y</source>
-        <translation type="unfinished"></translation>
+        <translation>y</translation>
     </message>
     <message>
         <source>n</source>
-        <translation type="unfinished"></translation>
+        <translation>n</translation>
     </message>
     <message>
         <source>answer %1 or %2: </source>
-        <translation type="unfinished"></translation>
+        <translation>请回答 %1 或 %2: </translation>
     </message>
     <message>
         <source>nothing was changed: the library asks &quot;%1&quot; and there is no terminal to answer it; answer with --yes or --no</source>
-        <translation type="unfinished"></translation>
+        <translation>未做任何更改：库提问 &quot;%1&quot;，但没有终端可以回答；请用 --yes 或 --no 作答</translation>
     </message>
     <message>
         <source>reading %1/%2 %3</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取 %1/%2 %3</translation>
     </message>
     <message>
         <source>no answer from the library within %1 s while waiting for %2</source>
-        <translation type="unfinished"></translation>
+        <translation>等待 %2 时，库在 %1 秒内没有应答</translation>
     </message>
     <message>
         <source>the function lists named in %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 中列出的功能列表</translation>
     </message>
     <message>
         <source>function lists</source>
-        <translation type="unfinished"></translation>
+        <translation>功能列表</translation>
     </message>
 </context>
 </TS>

@@ -7,155 +7,159 @@
         <source>The communication performance switch does not support 
 simultaneous activation of multiple protocols.
  Do you want to turn off the %1 protocol communication performance switch?</source>
-        <translation type="unfinished"></translation>
+        <translation>通信性能开关不支持
+同时开启多个协议。
+ 是否关闭 %1 协议的通信性能开关？</translation>
     </message>
     <message>
         <source>Slave</source>
-        <translation type="unfinished"></translation>
+        <translation>从站</translation>
     </message>
     <message>
         <source>Master</source>
-        <translation type="unfinished"></translation>
+        <translation>主站</translation>
     </message>
     <message>
         <source>Failed to read file :%1!</source>
-        <translation type="unfinished"></translation>
+        <translation>读取文件失败：%1！</translation>
     </message>
     <message>
         <source>%1 is in editing mode,
  please exit and try again!</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 正处于编辑模式，
+ 请退出后重试！</translation>
     </message>
     <message>
         <source>Please get the RTE authority, and retry!</source>
-        <translation type="unfinished"></translation>
+        <translation>请获取RTE权限后重试！</translation>
     </message>
     <message>
         <source>Please turn off the servo first!</source>
-        <translation type="unfinished"></translation>
+        <translation>请先关闭伺服！</translation>
     </message>
     <message>
         <source>The mapping file has been updated and needs to be restarted to take effect.
  Do you want to restart now?</source>
-        <translation type="unfinished"></translation>
+        <translation>映射文件已更新，需要重启后才能生效。
+ 是否立即重启？</translation>
     </message>
     <message>
         <source>Please close and reopen the teaching pendant.</source>
-        <translation type="unfinished"></translation>
+        <translation>请关闭并重新打开示教器。</translation>
     </message>
     <message>
         <source>Failed to get file from controller:%1!</source>
-        <translation type="unfinished"></translation>
+        <translation>从控制器获取文件失败：%1！</translation>
     </message>
 </context>
 <context>
     <name>ConfigCheck</name>
     <message>
         <source>input</source>
-        <translation type="unfinished"></translation>
+        <translation>输入</translation>
     </message>
     <message>
         <source>output</source>
-        <translation type="unfinished"></translation>
+        <translation>输出</translation>
     </message>
     <message>
         <source>group %1 (%2, %3-%4)</source>
-        <translation type="unfinished"></translation>
+        <translation>组 %1 (%2, %3-%4)</translation>
     </message>
     <message>
         <source>bytes that are not UTF-8; a write-back would not keep them</source>
-        <translation type="unfinished"></translation>
+        <translation>含有非 UTF-8 字节；回写时这些字节将无法保留</translation>
     </message>
     <message>
         <source>the file is missing</source>
-        <translation type="unfinished"></translation>
+        <translation>文件不存在</translation>
     </message>
     <message>
         <source>not well-formed XML: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>XML 格式不正确：%1</translation>
     </message>
     <message>
         <source>the row lacks %1 or its value</source>
-        <translation type="unfinished"></translation>
+        <translation>该行缺少 %1 或其值</translation>
     </message>
     <message>
         <source>group %1 is defined again on line %2, which replaces this row</source>
-        <translation type="unfinished"></translation>
+        <translation>组 %1 在第 %2 行被再次定义，将取代本行</translation>
     </message>
     <message>
         <source>bus &apos;%1&apos; is not listed in fieldbus.xml</source>
-        <translation type="unfinished"></translation>
+        <translation>总线 &apos;%1&apos; 未在 fieldbus.xml 中列出</translation>
     </message>
     <message>
         <source>device map &apos;%1-%2&apos; is not two addresses first-last</source>
-        <translation type="unfinished"></translation>
+        <translation>设备映射 &apos;%1-%2&apos; 不是“起始地址-结束地址”形式的两个地址</translation>
     </message>
     <message>
         <source>device map %1-%2 runs backwards</source>
-        <translation type="unfinished"></translation>
+        <translation>设备映射 %1-%2 的起始地址大于结束地址</translation>
     </message>
     <message>
         <source>device map %1-%2 lies outside the %3 bool %4 addresses of %5</source>
-        <translation type="unfinished"></translation>
+        <translation>设备映射 %1-%2 超出了 %5 的 %3 个 bool %4地址的范围</translation>
     </message>
     <message>
         <source>%1 overlaps %2 on line %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 与第 %3 行的 %2 重叠</translation>
     </message>
     <message>
         <source>bus %1 is switched off</source>
-        <translation type="unfinished"></translation>
+        <translation>总线 %1 已关闭</translation>
     </message>
     <message>
         <source>address &apos;%1&apos; is not a number</source>
-        <translation type="unfinished"></translation>
+        <translation>地址 &apos;%1&apos; 不是数字</translation>
     </message>
     <message>
         <source>%1 %2 is mapped as %3 again on line %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2 在第 %4 行再次被映射为%3</translation>
     </message>
     <message>
         <source>module %1 has no function list</source>
-        <translation type="unfinished"></translation>
+        <translation>模块 %1 没有功能列表</translation>
     </message>
     <message>
         <source>%1 %2 is declared %3, mapped as %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2 声明为 %3，却映射为 %4</translation>
     </message>
     <message>
         <source>%1 declares no %2 function %3</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 未声明%2功能 %3</translation>
     </message>
     <message>
         <source>address %1 is outside the %2 %3 %4 addresses of %5 (0-%6)</source>
-        <translation type="unfinished"></translation>
+        <translation>地址 %1 超出了 %5 的 %2 个 %3 %4地址的范围 (0-%6)</translation>
     </message>
     <message>
         <source>%1 has no %2 %3 addresses</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 没有 %2 %3地址</translation>
     </message>
     <message>
         <source>bool signal at address %1 lies inside %2 on line %3 of user_groupio.cfg</source>
-        <translation type="unfinished"></translation>
+        <translation>地址 %1 处的 bool 信号位于 user_groupio.cfg 第 %3 行的 %2 之内</translation>
     </message>
     <message>
         <source>there is no %1 %2 group %3 on %4</source>
-        <translation type="unfinished"></translation>
+        <translation>%4 上没有 %1 %2组 %3</translation>
     </message>
     <message>
         <source>address %1 of %2 %3 is also taken by %4 %5 on line %6</source>
-        <translation type="unfinished"></translation>
+        <translation>%2 %3地址 %1 也被第 %6 行的 %4 %5 占用</translation>
     </message>
 </context>
 <context>
     <name>ProgressBarWidget</name>
     <message>
         <source>Form</source>
-        <translation type="unfinished"></translation>
+        <translation>窗体</translation>
     </message>
     <message>
         <source>Reading the configuration file and initializing！</source>
-        <translation type="unfinished"></translation>
+        <translation>正在读取配置文件并初始化！</translation>
     </message>
 </context>
 </TS>
