@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
     build-essential cmake
-    qtbase5-dev qtbase5-dev-tools
+    qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     libpugixml-dev
 )
 

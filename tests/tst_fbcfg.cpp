@@ -44,6 +44,7 @@ QString normalizedXml(const QByteArray &bytes)
 
 const QString fieldbusXml = "application/fidbus/fieldbus.xml";
 const QString signalMap = "application/fidbus/signal_mapping.cfg";
+const QString mapBackup = "application/fidbus/signal_mapping_backup.cfg";
 
 } // namespace
 
@@ -168,6 +169,18 @@ void TstFbcfg::run_data()
          "{gtype}"},
         1, "refused: .*overlaps");
     row("describe <", {"describe", "set", "fbIn[1]", "a<b"}, 1, "refused: .*\"<\"");
+    row("check", {"check"}, 0, "^no problems found$");
+    row("chinese",
+        {"--lang", "zh", "map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in"}, 1,
+        "已拒绝");
+    row("backup", {"backup"}, 0, "backup", {mapBackup});
+    const QStringList import{"import", "%CONTROLLER%/" + mapBackup, "--modules",
+                             "Palletize,Vision"};
+    row("import unanswered", import, 2, "nothing was changed");
+    row("import",
+        QStringList(import) << "--prefer"
+                            << "imported",
+        0, "restart", {signalMap, mapBackup});
     row("question unanswered", {"bus", "performance", "eip", "on", "--current", "1"}, 2,
         "question: .*\\n[\\s\\S]*nothing was changed.*--yes");
     row("question yes", {"bus", "performance", "eip", "on", "--current", "1", "--yes"}, 0, "^4$");
@@ -210,6 +223,7 @@ void TstFbcfg::run()
     const QString controller = tmp.filePath("controller");
     copyTree(sample, controller);
     const QHash<QString, QByteArray> before = readTree(controller);
+    args.replaceInStrings("%CONTROLLER%", controller);
     QProcess tool;
     tool.start(FBCFG_PATH,
                args << "--controller" << controller << "--workspace" << tmp.filePath("ws"));
