@@ -78,9 +78,7 @@ void BusFileDataManager::installTranslation()
 {
     // A Chinese pendant shows the library's texts in Chinese; the translation
     // is built into the library, so nothing need be installed beside it.
-    static QTranslator translator;
     if (languageId == fieldbusnames::chineseLanguageId && QCoreApplication::instance()
-        && translator.isEmpty()
         && translator.load(QStringLiteral(":/translations/fieldbusconfig_zh_CN.qm")))
         QCoreApplication::installTranslator(&translator);
 }

@@ -7,6 +7,7 @@
 
 #include <QObject>
 #include <QThread>
+#include <QTranslator>
 
 #include <pugixml.hpp>
 
@@ -335,6 +336,8 @@ private:
     QList<BusObserver *> observers;
     QThread thread;
     GetAndSendFile *worker = nullptr;
+    // The library's Chinese texts; leaves the application with the manager.
+    QTranslator translator;
 
     // ---- fieldbus list file ----
     QVector<BusName> busList;
