@@ -34,6 +34,15 @@ int readDirections(const Call &call, bool required, QVector<BiBo> &directions)
     return ExitOk;
 }
 
+int readDirection(const Call &call, BiBo &direction)
+{
+    QVector<BiBo> directions;
+    const int rc = readDirections(call, true, directions);
+    if (rc == ExitOk)
+        direction = directions.constFirst();
+    return rc;
+}
+
 bool readInt(const QString &text, int *value)
 {
     bool ok = false;

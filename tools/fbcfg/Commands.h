@@ -53,6 +53,8 @@ int refuse(const QString &why);
 // The directions --dir selects (both when it is not given and not required),
 // or a usage error.
 int readDirections(const Call &call, bool required, QVector<BiBo> &directions);
+// The one direction a change needs.
+int readDirection(const Call &call, BiBo &direction);
 // A decimal integer, nothing else.
 bool readInt(const QString &text, int *value);
 

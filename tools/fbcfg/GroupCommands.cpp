@@ -97,10 +97,9 @@ int runGroupList(Session &session, const Call &call)
 
 int runGroupSet(Session &session, const Call &call)
 {
-    QVector<BiBo> directions;
-    if (const int rc = readDirections(call, true, directions))
+    BiBo dir = BusInput;
+    if (const int rc = readDirection(call, dir))
         return rc;
-    const BiBo dir = directions.constFirst();
     QString type;
     if (const int rc = readType(call, type))
         return rc;
@@ -204,10 +203,9 @@ int runGroupSet(Session &session, const Call &call)
 
 int runGroupDelete(Session &session, const Call &call)
 {
-    QVector<BiBo> directions;
-    if (const int rc = readDirections(call, true, directions))
+    BiBo dir = BusInput;
+    if (const int rc = readDirection(call, dir))
         return rc;
-    const BiBo dir = directions.constFirst();
     QString type;
     if (const int rc = readType(call, type))
         return rc;

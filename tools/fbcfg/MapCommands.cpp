@@ -272,10 +272,9 @@ int runMapList(Session &session, const Call &call)
 
 int runMapSet(Session &session, const Call &call)
 {
-    QVector<BiBo> directions;
-    if (const int rc = readDirections(call, true, directions))
+    BiBo dir = BusInput;
+    if (const int rc = readDirection(call, dir))
         return rc;
-    const BiBo dir = directions.constFirst();
     const QString bus = call.args.at(2).toLower();
     int address = 0;
     if (!readInt(call.args.at(3), &address))
@@ -379,10 +378,9 @@ int runMapSet(Session &session, const Call &call)
 
 int runMapUnset(Session &session, const Call &call)
 {
-    QVector<BiBo> directions;
-    if (const int rc = readDirections(call, true, directions))
+    BiBo dir = BusInput;
+    if (const int rc = readDirection(call, dir))
         return rc;
-    const BiBo dir = directions.constFirst();
     if (const int rc =
                 session.fetch(Session::FieldbusList | Session::Functions | Session::SignalMap))
         return rc;
