@@ -275,7 +275,7 @@ private slots:
                         expectedSet << QStringLiteral("r%1 address-collision").arg(i + 1)
                                     << QStringLiteral("r%1 address-collision").arg(j + 1);
                 }
-                for (const QString &t : {"string", "float", "int"}) {
+                for (const char *t : {"string", "float", "int"}) {
                     if (f[3].compare("bool", Qt::CaseInsensitive) == 0
                         && manager->isAddressGroupValid("mtcp", BusInput, t, "no", f[5] + ",-1",
                                                         false)

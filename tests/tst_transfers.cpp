@@ -6,6 +6,7 @@
 #include "RecordingObserver.h"
 #include "TestWorkspace.h"
 
+#include <pugixml.hpp>
 #include <QPointer>
 #include <QTimer>
 #include <QtTest>

@@ -1,5 +1,7 @@
 #include "BusFileDataManager.h"
 
+#include <pugixml.hpp>
+
 #include "FieldbusNames.h"
 
 namespace {

@@ -3,19 +3,21 @@
 #include "BusObserver.h"
 #include "FieldbusPaths.h"
 #include "FieldbusTypes.h"
-#include "MsgBox.h"
+#include "platform/MsgBox.h"
 
 #include <QObject>
 #include <QThread>
 #include <QTranslator>
-
-#include <pugixml.hpp>
 
 #include <functional>
 
 class QFile;
 class QIODevice;
 class GetAndSendFile;
+namespace pugi {
+class xml_document;
+class xml_node;
+} // namespace pugi
 
 // Process-wide variables other pendant modules read or set.
 FIELDBUSCONFIG_EXPORT extern BusType g_lastBusType;

@@ -11,6 +11,21 @@ function(run)
 endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+# Only the public headers are installed, laid out as consumers include them.
+file(GLOB_RECURSE installed RELATIVE ${prefix}/include ${prefix}/include/*.h)
+list(SORT installed)
+set(expected
+    fieldbusconfig/BusFileDataManager.h fieldbusconfig/BusObserver.h fieldbusconfig/ConfigCheck.h
+    fieldbusconfig/ConfigSnapshot.h fieldbusconfig/FieldbusConfigGlobal.h
+    fieldbusconfig/FieldbusConfigVersion.h fieldbusconfig/FieldbusPaths.h
+    fieldbusconfig/FieldbusTypes.h fieldbusconfig/PendantSim.h fieldbusconfig/ProgressBarWidget.h
+    fieldbusconfig/platform/DataAccess.h fieldbusconfig/platform/FlashFileClient.h
+    fieldbusconfig/platform/MsgBox.h fieldbusconfig/platform/RbxInterface.h
+    fieldbusconfig/platform/SysSettingApi.h)
+if(NOT installed STREQUAL expected)
+    message(FATAL_ERROR "installed headers differ:\n${installed}\nexpected:\n${expected}")
+endif()
+
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/package/consumer -B ${WORK_DIR}/build
     -DCMAKE_PREFIX_PATH=${prefix})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build -j2)

@@ -1,5 +1,5 @@
 #include "Commands.h"
-#include "ConfigCheck.h"
+#include <fieldbusconfig/ConfigCheck.h>
 #include "Output.h"
 #include "Session.h"
 

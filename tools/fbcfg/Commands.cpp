@@ -1,6 +1,6 @@
 #include "Commands.h"
 
-#include "BusFileDataManager.h"
+#include <fieldbusconfig/BusFileDataManager.h>
 #include "Output.h"
 
 int usageError(const Call &call, const QString &what)

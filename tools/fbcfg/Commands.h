@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FieldbusTypes.h"
+#include <fieldbusconfig/FieldbusTypes.h>
 
 #include <QCommandLineParser>
 #include <QString>

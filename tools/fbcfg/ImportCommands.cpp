@@ -1,6 +1,6 @@
 #include "Commands.h"
-#include "ConfigSnapshot.h"
-#include "DataAccess.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
+#include <fieldbusconfig/platform/DataAccess.h>
 #include "Output.h"
 #include "Session.h"
 

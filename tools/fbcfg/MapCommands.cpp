@@ -1,5 +1,5 @@
 #include "Commands.h"
-#include "ConfigSnapshot.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
 #include "Output.h"
 #include "Session.h"
 

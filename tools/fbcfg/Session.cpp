@@ -1,8 +1,8 @@
 #include "Session.h"
 
-#include "ConfigSnapshot.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
 #include "Output.h"
-#include "PendantSim.h"
+#include <fieldbusconfig/PendantSim.h>
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BusFileDataManager.h"
+#include <fieldbusconfig/BusFileDataManager.h>
 
 #include <QFlags>
 #include <QList>

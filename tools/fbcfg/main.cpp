@@ -2,6 +2,8 @@
 #include "Output.h"
 #include "Session.h"
 
+#include <fieldbusconfig/FieldbusConfigVersion.h>
+
 #include <QCommandLineParser>
 #include <QTranslator>
 
@@ -425,7 +427,7 @@ int main(int argc, char *argv[])
     Output::installMessageHandler();
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("fbcfg"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(FBCFG_VERSION));
+    QCoreApplication::setApplicationVersion(QStringLiteral(FIELDBUSCONFIG_VERSION_STRING));
 
     const QStringList arguments = QCoreApplication::arguments();
     const Scan first = scan(arguments);

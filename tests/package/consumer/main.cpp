@@ -1,6 +1,8 @@
 // Uses the installed headers and libraries the way a pendant screen would.
 #include <fieldbusconfig/BusFileDataManager.h>
+#include <fieldbusconfig/FieldbusConfigVersion.h>
 #include <fieldbusconfig/PendantSim.h>
+#include <fieldbusconfig/platform/DataAccess.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -26,7 +28,10 @@ int main(int argc, char **argv)
     BusFileDataManager *manager = BusFileDataManager::getInstance();
     manager->attach(&screen);
     manager->detach(&screen);
-    const bool ok =
-            !manager->isFuncInfoNotified("fieldbus") && performanceProtocolNames().size() == 10;
+    static_assert(FIELDBUSCONFIG_VERSION_MAJOR >= 0, "version header");
+    const bool ok = !manager->isFuncInfoNotified("fieldbus")
+            && performanceProtocolNames().size() == 10
+            && QString(FIELDBUSCONFIG_VERSION_STRING).count('.') == 2
+            && !DataAccess::GetFileFromController2TPU("/nowhere", "x", false);
     return ok ? 0 : 1;
 }
