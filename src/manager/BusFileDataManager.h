@@ -67,6 +67,8 @@ public:
     // ---- observers ----
     void attach(BusObserver *observer);
     void detach(BusObserver *observer);
+    // Accepts "funcInfo", "funcInfoMonitor", "fieldbus", "fieldbusCfg", "group", "map",
+    // "user_description", "funcList" and "funcListMonitor"; any other key answers false.
     bool isFuncInfoNotified(const QString &key);
 
     // ---- local files ----

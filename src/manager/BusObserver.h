@@ -11,6 +11,10 @@ public:
     BusObserver &operator=(const BusObserver &other);
     virtual ~BusObserver() = default;
 
+    // fileKey is the controller path of the file (RDE_FIELDBUS_XML, RDE_FIELDBUS_CFG_XML,
+    // RDE_SIGNAL_MAP_CFG, RDE_GROUP_CFG, RDE_USER_DES_XML, or RDE_FUNC_INFO_XML for both the
+    // ordinary and the monitor function information), or "funcList" / "funcListMonitor"
+    // for a batch of function lists.
     virtual void onFileNotify(FileHandle handle, const QString &fileKey, bool isSuccess) = 0;
 
     bool getIsFieldXml() const { return isFieldXml; }
