@@ -1,27 +1,25 @@
 // Mapping backup: copying and sending the backup file, reading a mapping file
 // into the import, and turning one into the lists the mapping writer writes.
-#include "BusFileDataManager.h"
 #include "ImportTestData.h"
+#include "ManagerTest.h"
+#include "MappingRows.h"
 #include "PendantSim.h"
-#include "TestWorkspace.h"
 
 #include <QtTest>
 
-class BackupTest : public QObject
+class BackupTest : public ManagerTest
 {
     Q_OBJECT
 
-    TestWorkspace workspace;
-    std::unique_ptr<BusFileDataManager> manager;
+public:
+    BackupTest()
+        : ManagerTest("backup")
+    { }
+
+private:
+    void prepare() override { configureController(manager); }
 
 private slots:
-    void init()
-    {
-        TestWorkspace::resetSimulation();
-        manager.reset(new BusFileDataManager());
-        configureController(manager.get());
-    }
-
     void copyAndSendBackup()
     {
         TestWorkspace::writeFile(TPU_SIGNAL_MAP_BACKUP_CFG, "older backup");
@@ -56,10 +54,10 @@ private slots:
     // line do not matter, the cleaning drops the EtherCAT row; an unreadable file changes nothing.
     void readBackup()
     {
-        manager->imBusMap[BusInput]["eip"] = mappingRows("Stale:bool:9@eip");
+        manager->imBusMap[BusInput]["eip"] = rows("Stale@eip=9");
         QVERIFY(manager->readMapParaBackup(QFINDTESTDATA("data/backup/stray_lines.cfg"),
                                            {"gripper"}));
-        manager->setMapData(mappingRows("Old:bool:1"), {});
+        manager->setMapData(rows("Old=1"), {});
         TestWorkspace::writeFile("empty.cfg", "");
         for (const QString path : {"missing.cfg", "empty.cfg"}) {
             QVERIFY(!manager->readMapParaBackup(path, {"welder"}));
@@ -67,22 +65,21 @@ private slots:
         }
         QCOMPARE(manager->imModuleList, QStringList{"gripper"});
         QCOMPARE(manager->imBusMap[BusInput].keys(), QStringList{"mtcp"});
-        QCOMPARE(describeRows(manager->imBusMap[BusInput]["mtcp"]), "Open:bool:3");
-        QCOMPARE(describeRows(manager->imBusMap[BusOutput]["mtcp"]), "Lamp:bool:2");
-        QCOMPARE(describeRows(manager->writeMapList[BusInput]), "Old:bool:1");
+        QCOMPARE(describe(manager->imBusMap[BusInput]["mtcp"]), "Open=3");
+        QCOMPARE(describe(manager->imBusMap[BusOutput]["mtcp"]), "Lamp=2");
+        QCOMPARE(describe(manager->writeMapList[BusInput]), "Old=1");
     }
 
     // Without the process-variable layout, uncleaned, written elsewhere and not sent.
     void mappingWithoutPvLayout()
     {
         const QString otherLocalPath = TPU_FIELDBUS_DIR + "/mapping_without_pv.cfg";
-        QSignalSpy sends(manager.get(), SIGNAL(signalSendSignalMap(QString, QString)));
-        manager->setMapData(mappingRows("Old:bool:1"), mappingRows("Old:bool:2"));
+        QSignalSpy sends(manager, SIGNAL(signalSendSignalMap(QString, QString)));
+        manager->setMapData(rows("Old=1"), rows("Old=2"));
         QVERIFY(manager->delPvMapParaBackup(QFINDTESTDATA("data/import/modules_backup.cfg"),
                                             {"PV_layout"}));
         QVERIFY(manager->writeSendSignalMapCfg(otherLocalPath, RDE_SIGNAL_MAP_CFG));
-        QCOMPARE(TestWorkspace::readFile(otherLocalPath),
-                 TestWorkspace::readFile(QFINDTESTDATA("data/backup/without_pv_layout.cfg")));
+        QCOMPARE(TestWorkspace::readFile(otherLocalPath), fixture("without_pv_layout.cfg"));
         QCOMPARE(sends.count(), 0);
     }
 };

@@ -1,5 +1,5 @@
 // User descriptions (read, written without escaping, sent) and the pfs description fetch.
-#include "BusFileDataManager.h"
+#include "ManagerTest.h"
 #include "PendantSim.h"
 #include "RecordingObserver.h"
 #include "TestWorkspace.h"
@@ -115,10 +115,7 @@ private slots:
 
         QCOMPARE(manager.getAndReadPfsDesc(inputs, outputs), messages.isEmpty());
         QCOMPARE(pendantsim::transferAttempts(), qMin(failures + 1, 3));
-        QStringList shown;
-        for (const pendantsim::ShownMessage &message : pendantsim::shownMessages())
-            shown << message.text;
-        QCOMPARE(shown, messages);
+        QCOMPARE(ManagerTest::shownTexts(), messages);
         // Later indexes replace earlier ones; other element names are skipped.
         const bool read = messages.isEmpty();
         QCOMPARE(

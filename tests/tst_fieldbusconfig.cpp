@@ -1,7 +1,6 @@
-#include "BusFileDataManager.h"
 #include "FileSizeLimit.h"
+#include "ManagerTest.h"
 #include "PendantSim.h"
-#include "TestWorkspace.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -36,28 +35,18 @@ BusAddrNumInfo filled(int value)
     return info;
 }
 
-QByteArray fixture(const QString &name)
-{
-    return TestWorkspace::readFile(QFINDTESTDATA("data/fieldbusconfig/" + name));
-}
-
 } // namespace
 
-class FieldbusConfigTest : public QObject
+class FieldbusConfigTest : public ManagerTest
 {
     Q_OBJECT
 
-    TestWorkspace workspace;
-    BusFileDataManager *manager = nullptr;
+public:
+    FieldbusConfigTest()
+        : ManagerTest("fieldbusconfig")
+    { }
 
 private slots:
-    void init()
-    {
-        TestWorkspace::resetSimulation();
-        manager = new BusFileDataManager();
-    }
-    void cleanup() { delete manager; }
-
     // Records start at -1 here, so that places the file does not reach show.
     void read_data()
     {

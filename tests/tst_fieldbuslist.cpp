@@ -1,7 +1,6 @@
-#include "BusFileDataManager.h"
 #include "FileSizeLimit.h"
+#include "ManagerTest.h"
 #include "RecordingObserver.h"
-#include "TestWorkspace.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -30,30 +29,20 @@ QByteArray settings(const QByteArray &buses)
     return "<FieldbusSettingConfig>" + buses + "</FieldbusSettingConfig>";
 }
 
-QByteArray fixture(const QString &name)
-{
-    return TestWorkspace::readFile(QFINDTESTDATA("data/fieldbuslist/" + name));
-}
-
 const QString fixedEntry = "ModbusTcpSlave/mtcp/on";
 
 } // namespace
 
-class FieldbusListTest : public QObject
+class FieldbusListTest : public ManagerTest
 {
     Q_OBJECT
 
-    TestWorkspace workspace;
-    BusFileDataManager *manager = nullptr;
+public:
+    FieldbusListTest()
+        : ManagerTest("fieldbuslist")
+    { }
 
 private slots:
-    void init()
-    {
-        TestWorkspace::resetSimulation();
-        manager = new BusFileDataManager();
-    }
-    void cleanup() { delete manager; }
-
     // Each file is read after fieldbus.xml, whose FreeBus is on.
     void read_data()
     {

@@ -1,5 +1,5 @@
 // Module table, function lists, application parameters and the monitor lists.
-#include "BusFileDataManager.h"
+#include "ManagerTest.h"
 #include "PendantSim.h"
 #include "RecordingObserver.h"
 #include "TestWorkspace.h"
@@ -38,14 +38,6 @@ QStringList sorted(QStringList list)
 {
     std::sort(list.begin(), list.end());
     return list;
-}
-
-QStringList shownTexts()
-{
-    QStringList texts;
-    for (const pendantsim::ShownMessage &message : pendantsim::shownMessages())
-        texts.append(message.text);
-    return texts;
 }
 
 } // namespace
@@ -151,7 +143,7 @@ private slots:
         QCOMPARE(sorted(manager->digitFuncMap.keys()),
                  (QStringList{"Common", "Palletize", "Weld"}));
         const QString missing = "Failed to read file :missing.xml!";
-        QCOMPARE(shownTexts(), (QStringList{missing, missing}));
+        QCOMPARE(ManagerTest::shownTexts(), (QStringList{missing, missing}));
     }
 
     void moduleTables_data()
@@ -270,7 +262,7 @@ private slots:
         QCOMPARE(pendantsim::transferAttempts(), attempts);
         QCOMPARE(monitor ? manager->funcListMonitorMap.keys() : sorted(manager->funcListMap.keys()),
                  keys);
-        QCOMPARE(shownTexts().join(""),
+        QCOMPARE(ManagerTest::shownTexts().join(""),
                  escape.isEmpty() ? "" : "Failed to get file from controller:" + escape + "!");
         if (!monitor) {
             QVERIFY(manager->isFuncInfoRead && manager->isFuncListRead);

@@ -1,7 +1,6 @@
-#include "BusFileDataManager.h"
 #include "FileSizeLimit.h"
+#include "ManagerTest.h"
 #include "RecordingObserver.h"
-#include "TestWorkspace.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -31,11 +30,6 @@ GroupInfo group(const QString &described)
     return GroupInfo{f[0], f[1], f[2], f[3], f[4]};
 }
 
-QByteArray fixture(const QString &name)
-{
-    return TestWorkspace::readFile(QFINDTESTDATA("data/groupio/" + name));
-}
-
 const QStringList fullTables{
         "0 int 10=int|10|MTCP|0|15",  "0 int 2=int|2|MTCP|16|31",
         "0 float 1=float|1|EIP|0|31", "0 string 5=string|5|PFN|64|191",
@@ -48,17 +42,16 @@ const QByteArray baseFile = "#Group_Input:\n-Type int -Address 1 -FieldBus mtcp 
 
 } // namespace
 
-class GroupIoTest : public QObject
+class GroupIoTest : public ManagerTest
 {
     Q_OBJECT
 
-    TestWorkspace workspace;
-    BusFileDataManager *manager = nullptr;
+public:
+    GroupIoTest()
+        : ManagerTest("groupio")
+    { }
 
 private slots:
-    void init() { manager = new BusFileDataManager(); }
-    void cleanup() { delete manager; }
-
     // The tables hold one stale group before each read.
     void read_data()
     {

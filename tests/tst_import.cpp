@@ -1,8 +1,8 @@
 // Import of mapping data: cleaning, collision search, merges and the whole import walk.
-#include "BusFileDataManager.h"
 #include "ImportTestData.h"
+#include "ManagerTest.h"
+#include "MappingRows.h"
 #include "PlainImport.h"
-#include "TestWorkspace.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -17,12 +17,17 @@ bool operator==(const FuncAndMapInfo &a, const FuncAndMapInfo &b)
     return fields(a) == fields(b);
 }
 
-class ImportTest : public QObject
+class ImportTest : public ManagerTest
 {
     Q_OBJECT
 
-    TestWorkspace workspace;
-    std::unique_ptr<BusFileDataManager> manager;
+public:
+    ImportTest()
+        : ManagerTest("import")
+    { }
+
+private:
+    void prepare() override { configureController(manager); }
     QRandomGenerator random{20261122};
 
     template<typename... Values>
@@ -36,7 +41,7 @@ class ImportTest : public QObject
         QVector<FuncAndMapInfo> rows;
         for (const QVector<FuncAndMapInfo> &busRows : map)
             rows += busRows;
-        return describeRows(rows);
+        return describe(rows);
     }
 
     QString pick(const QStringList &from) { return from.at(random.bounded(from.size())); }
@@ -62,43 +67,36 @@ class ImportTest : public QObject
     // Present and imported rows of one direction, then cleaning and collision search.
     void runImport(int dir, const QString &present, const QString &imported)
     {
-        manager->readMapList[dir] = mappingRows(present);
-        for (const FuncAndMapInfo &row : mappingRows(imported))
+        manager->readMapList[dir] = rows(present);
+        for (const FuncAndMapInfo &row : rows(imported))
             manager->imBusMap[dir][row.fieldBus].append(row);
         manager->delIllegalBusMap();
     }
 
 private slots:
-    void init()
-    {
-        TestWorkspace::resetSimulation();
-        manager.reset(new BusFileDataManager());
-        configureController(manager.get());
-    }
-
     void cleaning_data()
     {
         QTest::addColumn<int>("dir");
         QTest::addColumn<QString>("row");
         QTest::addColumn<bool>("kept");
-        add("bus switched off", 0, "X:bool:0@ethcat", false);
-        add("group of a bus switched off", 0, "X:int:-1@group_ethcat", false);
-        add("last bool address", 0, "X:bool:63", true);
-        add("bool address at the size", 0, "X:bool:64", false);
-        add("negative address", 0, "X:bool:-1", false);
-        add("address that is no number counts as 0", 0, "X:bool:x", true);
-        add("float at the size", 0, "X:float:8", false);
-        add("output size of bool", 1, "X:bool:32", false);
-        add("size of the row's own bus", 0, "X:bool:32@eip", false);
-        add("existing group", 0, "X:int:1@group_mtcp", true);
-        add("group of the other direction", 0, "X:int:4@group_mtcp", false);
-        add("output group", 1, "X:int:4@group_mtcp", true);
-        add("unmapped group row", 0, "X:int:-1@group_mtcp", true);
-        add("bool at a group's first address", 0, "X:bool:16", false);
-        add("bool just before a group", 0, "X:bool:15", true);
-        add("bool inside a string group", 0, "X:bool:3@eip", false);
-        add("int inside a group range", 1, "X:int:10", true);
-        add("bool inside an output group", 1, "X:bool:10", false);
+        add("bus switched off", 0, "X@ethcat=0", false);
+        add("group of a bus switched off", 0, "X@group_ethcat=-1:int", false);
+        add("last bool address", 0, "X=63", true);
+        add("bool address at the size", 0, "X=64", false);
+        add("negative address", 0, "X=-1", false);
+        add("address that is no number counts as 0", 0, "X=x", true);
+        add("float at the size", 0, "X=8:float", false);
+        add("output size of bool", 1, "X=32", false);
+        add("size of the row's own bus", 0, "X@eip=32", false);
+        add("existing group", 0, "X@group_mtcp=1:int", true);
+        add("group of the other direction", 0, "X@group_mtcp=4:int", false);
+        add("output group", 1, "X@group_mtcp=4:int", true);
+        add("unmapped group row", 0, "X@group_mtcp=-1:int", true);
+        add("bool at a group's first address", 0, "X=16", false);
+        add("bool just before a group", 0, "X=15", true);
+        add("bool inside a string group", 0, "X@eip=3", false);
+        add("int inside a group range", 1, "X=10:int", true);
+        add("bool inside an output group", 1, "X=10", false);
     }
 
     void cleaning()
@@ -112,7 +110,7 @@ private slots:
     }
 
     // Search outcome: remaining imports | address collisions | re-mapped imports | their
-    // present rows; then the result for the answer, the earlier one being "Old:bool:3".
+    // present rows; then the result for the answer, the earlier one being "Old=3".
     void searchAndMerge_data()
     {
         QTest::addColumn<QString>("present");
@@ -120,34 +118,30 @@ private slots:
         QTest::addColumn<QString>("outcome");
         QTest::addColumn<int>("answer");
         QTest::addColumn<QString>("result");
-        add("identical row leaves, type and address without case", "A:BOOL:x", "A:bool:X",
-            " |  |  | ", 1, "A:BOOL:x");
-        add("no collision: imports follow in bus order", "Open:bool:1",
-            "Open:int:1 Open:int:9 Open:bool:9@eip",
-            "Open:bool:9@eip Open:int:1 Open:int:9 |  |  | ", 2,
-            "Open:bool:1 Open:bool:9@eip Open:int:1 Open:int:9");
-        add("address of another function", "Start:bool:2", "Stop:bool:2",
-            "Stop:bool:2 | Stop:bool:2 |  | ", 2, "Start:bool:2 Stop:bool:2");
-        add("name in another case takes the address", "Start:bool:2", "START:bool:2",
-            "START:bool:2 | START:bool:2 |  | ", 1, "Start:bool:2 START:bool:2");
-        add("re-mapped, name without case; other answer", "Open:bool:1", "OPEN:bool:9",
-            "OPEN:bool:9 |  | OPEN:bool:9 | Open:bool:1", 0, "Old:bool:3 OPEN:bool:9");
-        add("imported rows walked from last to first", "Open:bool:1", "Open:bool:7 Open:bool:8",
-            "Open:bool:7 Open:bool:8 |  | Open:bool:8 Open:bool:7 | Open:bool:1 Open:bool:1", 2,
-            "Open:bool:7 Open:bool:8");
-        add("collision seen before the row leaves", "Start:bool:2 Stop:bool:2", "Stop:bool:2",
-            " | Stop:bool:2 |  | ", 1, "Start:bool:2 Stop:bool:2");
-        add("a row that left is not seen again", "Close:bool:0 Close:bool:5", "Close:bool:0",
-            " |  |  | ", 0, "Close:bool:0 Close:bool:5");
-        add("keep present: every import at the re-mapped address goes", "Open:bool:1",
-            "Open:bool:9 Level:int:9 Spare:BOOL:9",
-            "Open:bool:9 Level:int:9 Spare:BOOL:9 |  | Open:bool:9 | Open:bool:1", 1,
-            "Open:bool:1 Level:int:9");
+        add("identical row leaves, type and address without case", "A=x:BOOL", "A=X", " |  |  | ",
+            1, "A=x:BOOL");
+        add("no collision: imports follow in bus order", "Open=1",
+            "Open=1:int Open=9:int Open@eip=9", "Open@eip=9 Open=1:int Open=9:int |  |  | ", 2,
+            "Open=1 Open@eip=9 Open=1:int Open=9:int");
+        add("address of another function", "Start=2", "Stop=2", "Stop=2 | Stop=2 |  | ", 2,
+            "Start=2 Stop=2");
+        add("name in another case takes the address", "Start=2", "START=2",
+            "START=2 | START=2 |  | ", 1, "Start=2 START=2");
+        add("re-mapped, name without case; other answer", "Open=1", "OPEN=9",
+            "OPEN=9 |  | OPEN=9 | Open=1", 0, "Old=3 OPEN=9");
+        add("imported rows walked from last to first", "Open=1", "Open=7 Open=8",
+            "Open=7 Open=8 |  | Open=8 Open=7 | Open=1 Open=1", 2, "Open=7 Open=8");
+        add("collision seen before the row leaves", "Start=2 Stop=2", "Stop=2", " | Stop=2 |  | ",
+            1, "Start=2 Stop=2");
+        add("a row that left is not seen again", "Close=0 Close=5", "Close=0", " |  |  | ", 0,
+            "Close=0 Close=5");
+        add("keep present: every import at the re-mapped address goes", "Open=1",
+            "Open=9 Level=9:int Spare=9:BOOL",
+            "Open=9 Level=9:int Spare=9:BOOL |  | Open=9 | Open=1", 1, "Open=1 Level=9:int");
         // Two re-mapped functions take two rows, each the last one left at its address.
-        add("take imported: one row per function, the last at the address",
-            "Open:bool:1 Twin:bool:1 Third:bool:1", "Open:bool:9 Twin:bool:8",
-            "Open:bool:9 Twin:bool:8 |  | Open:bool:9 Twin:bool:8 | Open:bool:1 Twin:bool:1", 2,
-            "Open:bool:1 Open:bool:9 Twin:bool:8");
+        add("take imported: one row per function, the last at the address", "Open=1 Twin=1 Third=1",
+            "Open=9 Twin=8", "Open=9 Twin=8 |  | Open=9 Twin=8 | Open=1 Twin=1", 2,
+            "Open=1 Open=9 Twin=8");
     }
 
     void searchAndMerge()
@@ -157,16 +151,16 @@ private slots:
         QFETCH(QString, outcome);
         QFETCH(int, answer);
         QFETCH(QString, result);
-        manager->setMapData(mappingRows("Old:bool:3"), {});
+        manager->setMapData(rows("Old=3"), {});
         runImport(BusInput, present, imported);
         QStringList seen{allRows(manager->imBusMap[BusInput])};
         for (const QList<FuncAndMapInfo> *lists :
              {manager->conflictMapList, manager->remapList, manager->presentMapList})
-            seen << describeRows(lists[BusInput]);
+            seen << describe(lists[BusInput]);
         QCOMPARE(seen.join(" | "), outcome);
         QCOMPARE(BusFileDataManager::_isConflictImportMap, seen[1] + seen[2] != QString());
         manager->handleImportMapData(MsgBox::returnValue(answer));
-        QCOMPARE(describeRows(manager->writeMapList[BusInput]), result);
+        QCOMPARE(describe(manager->writeMapList[BusInput]), result);
     }
 
     // The import screen: read and back up the mapping, import some modules, answer, write, send.
@@ -177,8 +171,9 @@ private slots:
         QTest::addColumn<QString>("outcome");
         QTest::addColumn<QString>("expectedFile");
         // Flags (illegal, conflict), collisions, re-mapped imports, their present rows; in, out.
-        const QString collides = "11 | Stop:bool:2#conveyor | Alarm:bool:4@eip#conveyor | "
-                                 "Open:bool:9 | Closed:bool:3 | Open:bool:1 | Closed:bool:0";
+        const QString collides = "11 | conveyor/Stop=2 | conveyor/Alarm@eip=4 | "
+                                 "Open=9,filter=10,invert=1 | Closed=3 | "
+                                 "Open=1,filter=10,invert=1 | Closed=0";
         const QStringList modules{"gripper", "conveyor", "welder"};
         add("keep the present mapping", modules, 1, collides, "result_modules_keep_present.cfg");
         add("take the imported mapping", modules, 2, collides, "result_modules_take_imported.cfg");
@@ -195,8 +190,7 @@ private slots:
         QFETCH(int, answer);
         QFETCH(QString, outcome);
         QFETCH(QString, expectedFile);
-        const QByteArray present =
-                TestWorkspace::readFile(QFINDTESTDATA("data/import/present_signal_mapping.cfg"));
+        const QByteArray present = fixture("present_signal_mapping.cfg");
         workspace.putControllerFile(RDE_SIGNAL_MAP_CFG, present);
         workspace.removeControllerFile(RDE_SIGNAL_MAP_BACKUP_CFG);
 
@@ -211,7 +205,7 @@ private slots:
                          + QString::number(BusFileDataManager::_isConflictImportMap)};
         for (const QList<FuncAndMapInfo> *lists :
              {manager->conflictMapList, manager->remapList, manager->presentMapList})
-            seen << describeRows(lists[BusInput]) << describeRows(lists[BusOutput]);
+            seen << describe(lists[BusInput]) << describe(lists[BusOutput]);
         QCOMPARE(seen.join(" | "), outcome);
 
         // The screen keeps the result apart from the controller's mapping.
@@ -219,8 +213,7 @@ private slots:
         manager->handleImportMapData(MsgBox::returnValue(answer));
         QVERIFY(manager->writeSendSignalMapCfg(local, remote));
         QVERIFY(BusFileDataManager::sendFileToCtrl(remote, local));
-        QCOMPARE(workspace.controllerFile(remote),
-                 TestWorkspace::readFile(QFINDTESTDATA("data/import/" + expectedFile)));
+        QCOMPARE(workspace.controllerFile(remote), fixture(expectedFile));
     }
 
     // The indexed search and the merges must agree with the plain walk, gathered rows included.

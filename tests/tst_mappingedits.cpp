@@ -1,25 +1,14 @@
 // Mapping queries and the merge of edited rows into the working tables.
+#include "BusFileDataManager.h"
 #include "MappingRows.h"
 #include "TestWorkspace.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
 
-using Rows = QVector<FuncAndMapInfo>;
 Q_DECLARE_METATYPE(Rows)
 
 namespace {
-
-QStringList describe(const Rows &rows)
-{
-    QStringList lines;
-    for (const FuncAndMapInfo &r : rows)
-        lines << QStringList{r.module, r.nameCn,     r.name,
-                             r.type,   r.fieldBus,   r.address,
-                             r.invert, r.filterTime, QString::number(r.forceEnabled)}
-                         .join(QLatin1Char('|'));
-    return lines;
-}
 
 // The merge walked step by step on the key list, removing as it goes.
 Rows referenceMerge(BusFileDataManager *manager, Rows edits, Rows table)
@@ -63,27 +52,27 @@ private slots:
 
     void getMapInfoList()
     {
-        manager.busMap[0] = {{"mtcp", mapRows("Weld/a@mtcp=1 Weld/b@mtcp=2")},
-                             {"group_mtcp", mapRows("Weld/g@group_mtcp=3")}};
-        manager.busMap[1] = {{"mtcp", mapRows("Weld/o@mtcp=1")}};
+        manager.busMap[0] = {{"mtcp", rows("Weld/a@mtcp=1 Weld/b@mtcp=2")},
+                             {"group_mtcp", rows("Weld/g@group_mtcp=3")}};
+        manager.busMap[1] = {{"mtcp", rows("Weld/o@mtcp=1")}};
         QCOMPARE(describe(manager.getMapInfoList("mtcp", BusInput)), // group rows last
-                 describe(mapRows("Weld/a@mtcp=1 Weld/b@mtcp=2 Weld/g@group_mtcp=3")));
+                 describe(rows("Weld/a@mtcp=1 Weld/b@mtcp=2 Weld/g@group_mtcp=3")));
         QVERIFY(manager.getMapInfoList("pfn", BusInput).isEmpty());
         QCOMPARE(describe(manager.getMapInfoList("mtcp", BiBo(2))), // any direction but 0
-                 describe(mapRows("Weld/o@mtcp=1")));
+                 describe(rows("Weld/o@mtcp=1")));
     }
 
     // Unknown modules give no bus part; the lowered bus names stay in the caller's rows.
     void getListKey()
     {
-        Rows rows = mapRows("Weld/f@MTCP=1 涂胶/f@eip=1 Spot/f@EIP=1 Weld/f@GROUP_MTCP=1 "
-                            "Weld/f@group=1 Weld/f@xgroup_eip_2=1");
-        QCOMPARE(manager.getListKey(rows),
+        Rows mixed = rows("Weld/f@MTCP=1 涂胶/f@eip=1 Spot/f@EIP=1 Weld/f@GROUP_MTCP=1 "
+                          "Weld/f@group=1 Weld/f@xgroup_eip_2=1");
+        QCOMPARE(manager.getListKey(mixed),
                  (QStringList{"fmtcp", "feip", "f", "fmtcp", "fgroup", "feip"}));
-        QCOMPARE(describe(rows),
-                 describe(mapRows("Weld/f@mtcp=1 涂胶/f@eip=1 Spot/f@eip=1 "
-                                  "Weld/f@group_mtcp=1 Weld/f@group=1 "
-                                  "Weld/f@xgroup_eip_2=1")));
+        QCOMPARE(describe(mixed),
+                 describe(rows("Weld/f@mtcp=1 涂胶/f@eip=1 Spot/f@eip=1 "
+                               "Weld/f@group_mtcp=1 Weld/f@group=1 "
+                               "Weld/f@xgroup_eip_2=1")));
     }
 
     void setMapInfo_data()
@@ -93,14 +82,11 @@ private slots:
         QTest::addColumn<Rows>("expected");
         const auto add = [](const char *tag, const QString &table, const QString &edits,
                             const QString &expected) {
-            QTest::newRow(tag) << mapRows(table) << mapRows(edits) << mapRows(expected);
+            QTest::newRow(tag) << rows(table) << rows(edits) << rows(expected);
         };
-        // Fields: module, nameCn, name, type, fieldBus, address, invert, filterTime, forceEnabled.
-        QTest::newRow("update copies the mapping only, by bus")
-                << mapRows("Weld/a@mtcp=1 Weld/a@EIP=2")
-                << Rows{FuncAndMapInfo{"Weld", "x", "a", "int", "EIP", "9", "1", "5", false}}
-                << Rows{mapRow("Weld", "a", "mtcp", "1"),
-                        FuncAndMapInfo{"Weld", "", "a", "bool", "eip", "9", "1", "5", true}};
+        add("update copies the mapping only, by bus", "Weld/a@mtcp=1 Weld/a@EIP=2",
+            "Weld/a@EIP=9:int,cn=x,filter=5,invert=1,noforce",
+            "Weld/a@mtcp=1 Weld/a@eip=9,filter=5,invert=1");
         add("new key, unmapped: nothing", "Glue/a@MTCP=1", "Glue/b@mtcp=-1", "Glue/a@mtcp=1");
         add("appended rows are not merged", "Weld/a@mtcp=1",
             "Weld/b@MTCP=8 Weld/b@mtcp=8 Weld/b@mtcp=-1",
@@ -125,7 +111,7 @@ private slots:
         QFETCH(Rows, table);
         QFETCH(Rows, edits);
         QFETCH(Rows, expected);
-        const Rows committed = mapRows("Weld/committed@mtcp=1");
+        const Rows committed = rows("Weld/committed@mtcp=1");
         manager.mapList[0] = Rows();
         manager.mapList[1] = table;
         manager.readMapList[1] = committed;

@@ -1,5 +1,5 @@
 // Shared records, the observer record and the manager's observer registry.
-#include "BusFileDataManager.h"
+#include "ManagerTest.h"
 #include "RecordingObserver.h"
 #include "TestWorkspace.h"
 
@@ -23,14 +23,11 @@ void wantEverything(BusObserver &observer)
 
 } // namespace
 
-class ObserverTest : public QObject
+class ObserverTest : public ManagerTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { manager = new BusFileDataManager(); }
-    void cleanup() { delete manager; }
-
     void recordDefaults()
     {
         const FuncAndMapInfo info;
@@ -170,10 +167,6 @@ private slots:
             QCOMPARE(manager->isFuncInfoNotified(key), missing < 0 && !needed.isEmpty());
         }
     }
-
-private:
-    TestWorkspace workspace;
-    BusFileDataManager *manager = nullptr;
 };
 
 QTEST_GUILESS_MAIN(ObserverTest)

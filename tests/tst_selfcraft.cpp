@@ -1,16 +1,20 @@
 // User-defined process maps: gathering during an import, rewriting each process's file.
-#include "BusFileDataManager.h"
 #include "ImportTestData.h"
-#include "TestWorkspace.h"
+#include "ManagerTest.h"
+#include "MappingRows.h"
 
 #include <QtTest>
 
-class SelfCraftTest : public QObject
+class SelfCraftTest : public ManagerTest
 {
     Q_OBJECT
 
-    TestWorkspace workspace;
-    std::unique_ptr<BusFileDataManager> manager;
+public:
+    SelfCraftTest()
+        : ManagerTest("import")
+    { }
+
+private:
     QByteArray pvFile;
 
     static QString local(const QString &name) { return TPU_FIELDBUS_DIR + "/" + name + ".xml"; }
@@ -24,10 +28,10 @@ class SelfCraftTest : public QObject
         }
     }
 
-    static void gather(const QString &rows)
+    static void gather(const QString &text)
     {
-        for (const FuncAndMapInfo &row : mappingRows(rows))
-            BusFileDataManager::getSelfCraftsMaps(row);
+        for (const FuncAndMapInfo &r : rows(text))
+            BusFileDataManager::getSelfCraftsMaps(r);
     }
 
     // The signal values of a PV IO file in document order.
@@ -37,18 +41,17 @@ class SelfCraftTest : public QObject
         return QString(TestWorkspace::readFile(local(name))).replace(tag, " ").simplified();
     }
 
-private slots:
-    void init()
+    void prepare() override
     {
-        TestWorkspace::resetSimulation();
         BusFileDataManager::imSelfCraftMapInfo.clear();
-        manager.reset(new BusFileDataManager());
-        pvFile = TestWorkspace::readFile(QFINDTESTDATA("data/import/pv_monitor.xml"));
+        pvFile = fixture("pv_monitor.xml");
         for (const QString name : {"PV_layout", "sorter"}) {
             workspace.putControllerFile(remote(name), pvFile);
             QFile::remove(local(name));
         }
     }
+
+private slots:
 
     void gatheringPerProcess()
     {
@@ -56,7 +59,7 @@ private slots:
         // The copy's name carries the combined name: its second half lands in nameCn.
         BusFileDataManager::getSelfCraftsMaps({"PV_layout", "old", "信.Sig", "bool", "mtcp", "5"});
         BusFileDataManager::getSelfCraftsMaps({"PV_layout", "x.y", "Lamp", "bool", "mtcp", "6"});
-        gather("Eject:bool:1#sorter Open:bool:2");
+        gather("sorter/Eject=1 Open=2");
         QStringList names;
         for (const FuncAndMapInfo &row : BusFileDataManager::getSelfCraftMap("PV_layout"))
             names.append(row.name + '|' + row.nameCn + '|' + row.address);
@@ -70,13 +73,13 @@ private slots:
         QCOMPARE(BusFileDataManager::getSelfCraftMap("PV_layout").size(), 2);
         BusFileDataManager::clearSelfCraftMap();
         QVERIFY(BusFileDataManager::getSelfCraftMap("PV_layout").isEmpty());
-        gather("SignalA:bool:5#PV_layout");
+        gather("PV_layout/SignalA=5");
         QCOMPARE(BusFileDataManager::getSelfCraftMap("PV_layout").size(), 1);
     }
 
     void writeCraftFileWithoutWriteOperation()
     {
-        BusFileDataManager::imSelfCraftMapInfo.insert("sorter", mappingRows("Door:bool:2#sorter"));
+        BusFileDataManager::imSelfCraftMapInfo.insert("sorter", rows("sorter/Door=2"));
         QVERIFY(!manager->getWriteCraftFile("sorter", remote("sorter"), local("sorter")));
         QCOMPARE(TestWorkspace::readFile(local("sorter")), pvFile);
     }
@@ -86,11 +89,9 @@ private slots:
     void rewriteAfterImport()
     {
         registerProcesses({"PV_layout", "sorter", "welder"});
-        manager->readMapList[BusInput] =
-                mappingRows("SignalA:bool:5#PV_layout Door:bool:2#sorter Arc:bool:3#welder");
-        manager->imBusMap[BusInput] = {
-                {"mtcp", mappingRows("SignalA:bool:8#PV_layout Lock:bool:2#sorter")}};
-        configureController(manager.get());
+        manager->readMapList[BusInput] = rows("PV_layout/SignalA=5 sorter/Door=2 welder/Arc=3");
+        manager->imBusMap[BusInput] = {{"mtcp", rows("PV_layout/SignalA=8 sorter/Lock=2")}};
+        configureController(manager);
         manager->delIllegalBusMap();
 
         QStringList names{"earlier"};

@@ -1,64 +1,34 @@
-#include "BusFileDataManager.h"
 #include "FileSizeLimit.h"
+#include "ManagerTest.h"
+#include "MappingRows.h"
 #include "RecordingObserver.h"
-#include "TestWorkspace.h"
 
 #include <QSignalSpy>
 #include <QtTest>
 
 namespace {
 
-// "module|name|type|fieldBus|address|filterTime|invert"
-QStringList describe(const QVector<FuncAndMapInfo> &list)
-{
-    QStringList out;
-    for (const FuncAndMapInfo &i : list)
-        out << QStringList{i.module, i.name, i.type, i.fieldBus, i.address, i.filterTime, i.invert}
-                        .join('|');
-    return out;
-}
-
-QVector<FuncAndMapInfo> records(const QStringList &described)
-{
-    QVector<FuncAndMapInfo> list;
-    for (const QString &d : described) {
-        const QStringList f = d.split('|');
-        list << FuncAndMapInfo{f[0], QString(), f[1], f[2], f[3], f[4], f[6], f[5]};
-    }
-    return list;
-}
-
-QByteArray fixture(const QString &name)
-{
-    return TestWorkspace::readFile(QFINDTESTDATA("data/signalmapping/" + name));
-}
-
 // What expected_records.cfg holds, as the reader gives it back.
-const QStringList recordsIn{"gripper|close_jaw|bool|mtcp|12|5|0",
-                            "conveyor|speed_set|int|group_mtcp|3|0|0",
-                            "palletizer_station_2|layer_done_with_a_very_long_signal_name|bool|ecm|"
-                            "1024|10|1"};
-const QStringList recordsOut{"gripper|jaw_closed|BOOL|eip|7|0|1",
-                             "conveyor|speed_actual|Float|pfn|40|0|0"};
+const QString recordsIn = "close_jaw=12,filter=5 conveyor/speed_set@group_mtcp=3:int "
+                          "palletizer_station_2/layer_done_with_a_very_long_signal_name@ecm=1024,"
+                          "filter=10,invert=1";
+const QString recordsOut = "jaw_closed@eip=7:BOOL,invert=1 conveyor/speed_actual@pfn=40:Float";
 
 } // namespace
 
-class SignalMappingTest : public QObject
+class SignalMappingTest : public ManagerTest
 {
     Q_OBJECT
 
-    TestWorkspace workspace;
-    BusFileDataManager *manager = nullptr;
+public:
+    SignalMappingTest()
+        : ManagerTest("signalmapping")
+    { }
+
+private:
+    void prepare() override { manager->busShortNames = QStringList{"mtcp", "eip", "ecm"}; }
 
 private slots:
-    void init()
-    {
-        TestWorkspace::resetSimulation();
-        manager = new BusFileDataManager();
-        manager->busShortNames = QStringList{"mtcp", "eip", "ecm"};
-    }
-    void cleanup() { delete manager; }
-
     // The keyword is "-Name" in every case.
     void parseLineByWord_data()
     {
@@ -83,78 +53,75 @@ private slots:
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<bool>("ok");
-        QTest::addColumn<QStringList>("in");
-        QTest::addColumn<QStringList>("out");
+        QTest::addColumn<QString>("in");
+        QTest::addColumn<QString>("out");
         QTest::newRow("well-formed")
                 << fixture("expected_records.cfg") << true << recordsIn << recordsOut;
         QTest::newRow("markers only") << QByteArray("#System_Input:\n#System_Output:\n") << true
-                                      << QStringList() << QStringList();
+                                      << QString() << QString();
         QTest::newRow("before first marker")
                 << QByteArray("$$ title\n-Module x -Name y\n  xx #System_Output: yy\n-Module a\n")
-                << true << QStringList() << QStringList{"a|0|0|0|0|0|0"};
+                << true << QString() << QString("a/0@0=0:0");
         QTest::newRow("stray text and tabs")
                 << QByteArray("#System_Input:\r\njust words\r\n\t-Name\tn -FieldBus Eip -Type\r\n")
-                << true << QStringList{"0|0|0|0|0|0|0", "0|n|0|eip|0|0|0"} << QStringList();
+                << true << QString("0/0@0=0:0 0/n@eip=0:0") << QString();
         QTest::newRow("duplicate keys") << QByteArray("#System_Input:\n-Module a -Module b\n")
-                                        << true << QStringList{"a|0|0|0|0|0|0"} << QStringList();
+                                        << true << QString("a/0@0=0:0") << QString();
         QTest::newRow("zero bytes refused")
-                << QByteArray("") << false << QStringList{"stale|x|int|mtcp|1|0|0"}
-                << QStringList();
+                << QByteArray("") << false << QString("stale/x=1:int") << QString();
     }
     void read()
     {
         QFETCH(QByteArray, content);
-        QFETCH(QStringList, in);
-        QFETCH(QStringList, out);
-        manager->readMapList[BusInput] = manager->mapList[BusInput] =
-                records({"stale|x|int|mtcp|1|0|0"});
+        QFETCH(QString, in);
+        QFETCH(QString, out);
+        manager->readMapList[BusInput] = manager->mapList[BusInput] = rows("stale/x=1:int");
         TestWorkspace::writeFile(TPU_SIGNAL_MAP_CFG, content);
 
         QTEST(manager->readSignalMapCfg(), "ok");
         QCOMPARE(describe(manager->readMapList[BusInput]), in);
         QCOMPARE(describe(manager->readMapList[BusOutput]), out);
-        QCOMPARE(describe(manager->mapList[BusInput]) + describe(manager->mapList[BusOutput]),
-                 in + out);
+        QCOMPARE(describe(manager->mapList[BusInput] + manager->mapList[BusOutput]),
+                 (in + " " + out).trimmed());
     }
 
     // Keys in order, each vector in list order; an unknown bus is left out.
     void groupsByBus()
     {
         QMap<QString, QVector<FuncAndMapInfo>> byBus{{"stale", {}}};
-        manager->parseSignalMapByBus(
-                records({"m|a|bool|mtcp|1|0|0", "m|b|bool|EIP|2|0|0", "m|c|bool|mtcp|3|0|0",
-                         "m|d|int|group_eip|1|0|0", "m|e|bool|xyz|4|0|0"}),
-                byBus);
+        manager->parseSignalMapByBus(rows("m/a=1 m/b@EIP=2 m/c=3 m/d@group_eip=1:int m/e@xyz=4"),
+                                     byBus);
         QCOMPARE(byBus.keys(), (QStringList{"eip", "group_eip", "mtcp"}));
-        QCOMPARE(describe(byBus["mtcp"]),
-                 (QStringList{"m|a|bool|mtcp|1|0|0", "m|c|bool|mtcp|3|0|0"}));
-        QCOMPARE(describe(byBus["eip"]), QStringList{"m|b|bool|EIP|2|0|0"});
+        QCOMPARE(describe(byBus["mtcp"]), QString("m/a=1 m/c=3"));
+        QCOMPARE(describe(byBus["eip"]), QString("m/b@EIP=2"));
     }
 
     // Another path writes writeMapList as given and sends nothing.
     void write_data()
     {
-        QTest::addColumn<QStringList>("in");
-        QTest::addColumn<QStringList>("out");
+        QTest::addColumn<QString>("in");
+        QTest::addColumn<QString>("out");
         QTest::addColumn<QString>("expected");
         QTest::newRow("case rules and pairs per section")
-                << QStringList{"gripper|close_jaw|BOOL|mtcp|12|5|0",
-                               "conveyor|speed_set|INT|group_mtcp|3|7|1", recordsIn[2]}
-                << QStringList{"gripper|jaw_closed|BOOL|EIP|7|9|1",
-                               "conveyor|speed_actual|Float|pfn|40|0|0"}
+                << QString("close_jaw=12:BOOL,filter=5 "
+                           "conveyor/speed_set@group_mtcp=3:INT,filter=7,invert=1 "
+                           "palletizer_station_2/layer_done_with_a_very_long_signal_name@ecm=1024,"
+                           "filter=10,invert=1")
+                << QString("jaw_closed@EIP=7:BOOL,filter=9,invert=1 "
+                           "conveyor/speed_actual@pfn=40:Float")
                 << "expected_records.cfg";
         QTest::newRow("records as read") << recordsIn << recordsOut << "expected_records.cfg";
-        QTest::newRow("empty") << QStringList() << QStringList() << "expected_empty.cfg";
+        QTest::newRow("empty") << QString() << QString() << "expected_empty.cfg";
     }
     void write()
     {
-        QFETCH(QStringList, in);
-        QFETCH(QStringList, out);
+        QFETCH(QString, in);
+        QFETCH(QString, out);
         QFETCH(QString, expected);
         const QString path = TPU_FIELDBUS_DIR + "/export/mapping.cfg";
-        manager->mapList[BusInput] = records({"ignored|x|int|mtcp|1|0|0"});
-        manager->writeMapList[BusInput] = records(in);
-        manager->writeMapList[BusOutput] = records(out);
+        manager->mapList[BusInput] = rows("ignored/x=1:int");
+        manager->writeMapList[BusInput] = rows(in);
+        manager->writeMapList[BusOutput] = rows(out);
         QSignalSpy sends(manager, &BusFileDataManager::signalSendSignalMap);
 
         QVERIFY(manager->writeSendSignalMapCfg(path, "/elsewhere/mapping.cfg"));
@@ -165,7 +132,7 @@ private slots:
     void failedWriteKeepsEarlierFile()
     {
         TestWorkspace::writeFile(TPU_SIGNAL_MAP_CFG, fixture("expected_empty.cfg"));
-        manager->mapList[BusInput] = records({"m|n|bool|mtcp|1|0|0"});
+        manager->mapList[BusInput] = rows("m/n=1");
         QSignalSpy sends(manager, &BusFileDataManager::signalSendSignalMap);
         {
             FileSizeLimit full(16);
@@ -191,9 +158,9 @@ private slots:
         QCOMPARE(manager->busMap[BusOutput].keys(), QStringList{"eip"});
 
         manager->mapList[BusInput][0].address = "9";
-        manager->mapList[BusOutput] = records({"m|o|int|mtcp|2|0|0"});
+        manager->mapList[BusOutput] = rows("m/o=2:int");
         QVERIFY(manager->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG));
-        QCOMPARE(describe(manager->writeMapList[BusOutput]), QStringList{"m|o|int|mtcp|2|0|0"});
+        QCOMPARE(describe(manager->writeMapList[BusOutput]), QString("m/o=2:int"));
         QCOMPARE(describe(manager->readMapList[BusInput]), recordsIn);
 
         QTRY_COMPARE(observer.calls,

@@ -1,5 +1,5 @@
 // Slave-device byte order (fetched, written flat, sent) and the PV IO reset (written indented).
-#include "BusFileDataManager.h"
+#include "ManagerTest.h"
 #include "PendantSim.h"
 #include "TestWorkspace.h"
 
@@ -9,15 +9,7 @@ namespace {
 
 QByteArray fixture(const QString &name)
 {
-    return TestWorkspace::readFile(QFINDTESTDATA(QStringLiteral("data/slavedevice/") + name));
-}
-
-QStringList shownTexts()
-{
-    QStringList texts;
-    for (const pendantsim::ShownMessage &message : pendantsim::shownMessages())
-        texts.append(message.text);
-    return texts;
+    return ManagerTest::fixture("slavedevice", name);
 }
 
 const QString readFailed = QStringLiteral("Failed to read file :fbslave.cfgx!");
@@ -58,7 +50,7 @@ private slots:
         QVERIFY(pendantsim::shownMessages().isEmpty());
         QFile::remove(TPU_FBSLAVE_CFGX);
         QVERIFY(!BusFileDataManager::writeAndSendFbslave("little"));
-        QCOMPARE(shownTexts(), QStringList{readFailed});
+        QCOMPARE(ManagerTest::shownTexts(), QStringList{readFailed});
         QCOMPARE(pendantsim::transferAttempts(), 5);
     }
 
@@ -92,7 +84,7 @@ private slots:
         QString read = QStringLiteral("unchanged");
         QCOMPARE(BusFileDataManager::getAndReadFbslave(read), endian != "unchanged");
         QCOMPARE(read, endian);
-        QCOMPARE(shownTexts().join('\n'), message);
+        QCOMPARE(ManagerTest::shownTexts().join('\n'), message);
     }
 
     void pvIoReset()

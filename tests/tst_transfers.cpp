@@ -1,15 +1,15 @@
 // The manager's life, the transfer worker and the routing of results, driven
 // through the real transfer thread and the simulated controller.
-#include "BusFileDataManager.h"
 #include "GetAndSendFile.h"
+#include "ManagerTest.h"
 #include "PendantSim.h"
 #include "RecordingObserver.h"
 #include "TestWorkspace.h"
 
-#include <pugixml.hpp>
 #include <QPointer>
 #include <QTimer>
 #include <QtTest>
+#include <pugixml.hpp>
 
 namespace {
 
@@ -39,25 +39,19 @@ QString lastMessageText()
 
 } // namespace
 
-class TransferTest : public QObject
+class TransferTest : public ManagerTest
 {
     Q_OBJECT
 
-private slots:
-    void init()
+    RecordingObserver observer;
+
+    void prepare() override
     {
-        TestWorkspace::resetSimulation();
         observer = RecordingObserver();
-        manager = new BusFileDataManager();
         manager->attach(&observer);
     }
 
-    void cleanup()
-    {
-        delete manager;
-        manager = nullptr;
-    }
-
+private slots:
     void constructionStartsTheTransferThread()
     {
         QCOMPARE(manager->thread.objectName(), QStringLiteral("BusFileDataManagerThread"));
@@ -353,11 +347,6 @@ private slots:
         // Single-level: a missing parent is not made.
         QVERIFY(!worker.mkLocalDir(TPU_FIELDBUS_DIR + "/a/b/list.xml"));
     }
-
-private:
-    TestWorkspace workspace;
-    BusFileDataManager *manager = nullptr;
-    RecordingObserver observer;
 };
 
 QTEST_GUILESS_MAIN(TransferTest)

@@ -1,4 +1,5 @@
 // Address, range, group and conflict validators and the bus address counts.
+#include "BusFileDataManager.h"
 #include "MappingRows.h"
 #include "TestWorkspace.h"
 
@@ -25,7 +26,7 @@ private slots:
                                              "dns",  "mbc",    "eim", "pnm", "dnm"};
         manager->moduleNameMap = {{"Weld", "焊接"}, {"Glue", "涂胶"}};
         const auto function = [](const QString &name, const QString &nameCn) {
-            FuncAndMapInfo info = mapRow("", name, "", "-1");
+            FuncAndMapInfo info = row("/" + name + "@=-1");
             info.nameCn = nameCn;
             return info;
         };
@@ -34,23 +35,15 @@ private slots:
                                      {function("f", "己"), function("b", "乙")}});
 
         // The last six input rows and "e" serve the conflict cases.
-        manager->mapList[0] = {mapRow("Weld", "arcOn", "mtcp", "10"),
-                               mapRow("Glue", "wireSpeed", "mtcp", "10", "int"),
-                               mapRow("Weld", "unmapped", "mtcp", "-1"),
-                               mapRow("Glue", "start", "mtcp", "12", "Bool_t"),
-                               mapRow("Glue", "junk", "mtcp", "abc"),
-                               mapRow("Glue", "flow", "group_mtcp", "5", "int"),
-                               mapRow("Weld", "eipIn", "eip", "20"),
-                               mapRow("Weld", "eipWord", "eip", "30", "int"),
-                               mapRow("Weld", "eipPadded", "eip", "025"),
-                               mapRow("Weld", "f", "group_mtcp", "6", "int"),
-                               mapRow("Weld", "a", "mtcp", "3"),
-                               mapRow("Weld", "b", "mtcp", "-1"),
-                               mapRow("Weld", "f", "mtcp", "2"),
-                               mapRow("Weld", "n", "mtcp", "x1"),
-                               mapRow("Weld", "d", "ethcat", "9")};
-        manager->mapList[1] = {mapRow("Spot", "ready", "mtcp", "10"),
-                               mapRow("Weld", "e", "mtcp", "4")};
+        manager->mapList[0] = {row("Weld/arcOn@mtcp=10"),     row("Glue/wireSpeed@mtcp=10:int"),
+                               row("Weld/unmapped@mtcp=-1"),  row("Glue/start@mtcp=12:Bool_t"),
+                               row("Glue/junk@mtcp=abc"),     row("Glue/flow@group_mtcp=5:int"),
+                               row("Weld/eipIn@eip=20"),      row("Weld/eipWord@eip=30:int"),
+                               row("Weld/eipPadded@eip=025"), row("Weld/f@group_mtcp=6:int"),
+                               row("Weld/a@mtcp=3"),          row("Weld/b@mtcp=-1"),
+                               row("Weld/f@mtcp=2"),          row("Weld/n@mtcp=x1"),
+                               row("Weld/d@ethcat=9")};
+        manager->mapList[1] = {row("Spot/ready@mtcp=10"), row("Weld/e@mtcp=4")};
 
         const auto group = [this](bool saved, int dir, const QString &type, const QString &number,
                                   const QString &bus, const QString &first, const QString &last) {

@@ -4,46 +4,7 @@
 
 #include "BusFileDataManager.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
-
-// Mapping rows in a compact text form: "name:type:address", with an optional
-// "@bus" (default mtcp) and "#module" (default gripper), several rows separated
-// by blanks, e.g. "Open:bool:9 Level:int:3@eip#conveyor".
-inline QVector<FuncAndMapInfo> mappingRows(const QString &text)
-{
-    static const QRegularExpression form(
-            QStringLiteral("^([^:]*):([^:]*):([^@#]*)(?:@([^#]*))?(?:#(.*))?$"));
-    QVector<FuncAndMapInfo> rows;
-    for (const QString &part : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        const QRegularExpressionMatch match = form.match(part);
-        FuncAndMapInfo row;
-        row.name = match.captured(1);
-        row.type = match.captured(2);
-        row.address = match.captured(3);
-        row.fieldBus = match.captured(4).isEmpty() ? QStringLiteral("mtcp") : match.captured(4);
-        row.module = match.captured(5).isEmpty() ? QStringLiteral("gripper") : match.captured(5);
-        row.filterTime = row.invert = QStringLiteral("0");
-        rows.append(row);
-    }
-    return rows;
-}
-
-template<typename Rows>
-QString describeRows(const Rows &rows)
-{
-    QStringList parts;
-    for (const FuncAndMapInfo &row : rows) {
-        QString text = row.name + QLatin1Char(':') + row.type + QLatin1Char(':') + row.address;
-        if (row.fieldBus != QLatin1String("mtcp"))
-            text += QLatin1Char('@') + row.fieldBus;
-        if (row.module != QLatin1String("gripper"))
-            text += QLatin1Char('#') + row.module;
-        parts.append(text);
-    }
-    return parts.join(QLatin1Char(' '));
-}
 
 // The controller these tests import into: Modbus TCP and EtherNet/IP on,
 // EtherCAT off; sizes differ per direction; groups on both buses.

@@ -1,37 +1,93 @@
 #pragma once
 
-// Shared by the validation and mapping-edit tests.
+// The tests' one notation for mapping rows, read by rows() and written back by describe():
+//
+//     [module/]name[@bus]=address[:type][,cn=nameCn][,filter=F][,invert=I][,noforce]
+//
+// module defaults to "gripper", bus to "mtcp", type to "bool", filter and invert to "0";
+// an empty module or bus is written "/name" or "name@=address". Rows are separated by
+// blanks, e.g. "Open=9 conveyor/Level@eip=3:int Weld/arcOn@group_mtcp=5:int,invert=1".
 
-#include "BusFileDataManager.h"
+#include "FieldbusTypes.h"
 
 #include <QRegularExpression>
+#include <QStringList>
+#include <QVector>
 
-// One row of a working mapping table; the other fields keep their defaults.
-inline FuncAndMapInfo mapRow(const QString &module, const QString &name, const QString &fieldBus,
-                             const QString &address, const QString &type = QStringLiteral("bool"))
+#include <cstdio>
+#include <cstdlib>
+
+using Rows = QVector<FuncAndMapInfo>;
+
+inline FuncAndMapInfo row(const QString &text)
 {
-    FuncAndMapInfo row;
-    row.module = module;
-    row.name = name;
-    row.type = type;
-    row.fieldBus = fieldBus;
-    row.address = address;
-    return row;
+    static const QRegularExpression form(QStringLiteral(
+            "^(?:([^/]*)/)?([^@=/]+)(?:@([^=]*))?=([^:,]*)(?::([^,]+))?((?:,[^,]+)*)$"));
+    const QRegularExpressionMatch match = form.match(text);
+    FuncAndMapInfo r;
+    r.module = match.capturedStart(1) < 0 ? QStringLiteral("gripper") : match.captured(1);
+    r.name = match.captured(2);
+    r.fieldBus = match.capturedStart(3) < 0 ? QStringLiteral("mtcp") : match.captured(3);
+    r.address = match.captured(4);
+    r.type = match.capturedStart(5) < 0 ? QStringLiteral("bool") : match.captured(5);
+    r.filterTime = r.invert = QStringLiteral("0");
+    bool known = match.hasMatch();
+    for (const QString &extra : match.captured(6).split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        const QString value = extra.section(QLatin1Char('='), 1);
+        if (extra.startsWith(QLatin1String("cn=")))
+            r.nameCn = value;
+        else if (extra.startsWith(QLatin1String("filter=")))
+            r.filterTime = value;
+        else if (extra.startsWith(QLatin1String("invert=")))
+            r.invert = value;
+        else if (extra == QLatin1String("noforce"))
+            r.forceEnabled = false;
+        else
+            known = false;
+    }
+    if (!known) {
+        // A mistyped row would test something else than it says: stop at once.
+        std::fprintf(stderr, "bad mapping row in a test: \"%s\"\n", qPrintable(text));
+        std::abort();
+    }
+    return r;
 }
 
-// Rows written "module/name@bus=address[:type]" and separated by blanks, e.g.
-// "Weld/arcOn@mtcp=10 Glue/flow@group_mtcp=5:int"; the type defaults to bool.
-inline QVector<FuncAndMapInfo> mapRows(const QString &text)
+inline Rows rows(const QString &text)
 {
-    static const QRegularExpression form(
-            QStringLiteral("^([^/]*)/([^@]*)@([^=]*)=([^:]*)(?::(.+))?$"));
-    QVector<FuncAndMapInfo> rows;
-    for (const QString &part : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        const QRegularExpressionMatch match = form.match(part);
-        Q_ASSERT(match.hasMatch());
-        rows.append(
-                mapRow(match.captured(1), match.captured(2), match.captured(3), match.captured(4),
-                       match.captured(5).isEmpty() ? QStringLiteral("bool") : match.captured(5)));
-    }
-    return rows;
+    Rows out;
+    for (const QString &part : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        out.append(row(part));
+    return out;
+}
+
+inline QString describe(const FuncAndMapInfo &r)
+{
+    QString text;
+    if (r.module != QLatin1String("gripper"))
+        text += r.module + QLatin1Char('/');
+    text += r.name;
+    if (r.fieldBus != QLatin1String("mtcp"))
+        text += QLatin1Char('@') + r.fieldBus;
+    text += QLatin1Char('=') + r.address;
+    if (r.type != QLatin1String("bool"))
+        text += QLatin1Char(':') + r.type;
+    if (!r.nameCn.isEmpty())
+        text += QLatin1String(",cn=") + r.nameCn;
+    if (r.filterTime != QLatin1String("0"))
+        text += QLatin1String(",filter=") + r.filterTime;
+    if (r.invert != QLatin1String("0"))
+        text += QLatin1String(",invert=") + r.invert;
+    if (!r.forceEnabled)
+        text += QLatin1String(",noforce");
+    return text;
+}
+
+template<typename Container>
+QString describe(const Container &list)
+{
+    QStringList parts;
+    for (const FuncAndMapInfo &r : list)
+        parts.append(describe(r));
+    return parts.join(QLatin1Char(' '));
 }
