@@ -2,19 +2,22 @@
 """Deliberate one-line faults, to measure what the test suite catches.
 
   scripts/mutants.py list [--per-folder N] [--seed S]
-  scripts/mutants.py run BUILD_DIR [--per-folder N] [--seed S] [--out FILE]
+  scripts/mutants.py run BUILD_DIR [--also BUILD_DIR2] [--per-folder N] [--seed S] [--out FILE]
 
 The faults come from the .cpp files of every source folder, chosen by a seeded
 shuffle, so two runs with the same seed on the same sources try the same set:
 run it on a suite before and after a change of the tests and compare the counts.
 `run` applies one fault at a time to the source tree BUILD_DIR was configured
 from, rebuilds, runs the suite (the package check left out) and restores the
-file; a fault that does not compile is not counted.
+file; a fault that does not compile is not counted. --also runs a second suite
+on each fault too: a build of another revision of the tests whose libraries and
+fbcfg are links to those of BUILD_DIR, so each fault is compiled once.
 """
 import argparse
 import pathlib
 import random
 import re
+import signal
 import subprocess
 import sys
 
@@ -94,9 +97,22 @@ def source_of(build):
     return pathlib.Path(re.search(r"^CMAKE_HOME_DIRECTORY:INTERNAL=(.*)$", cache, re.M).group(1))
 
 
-def run(build, mutants, out):
+def suite_fails(build):
+    tested = subprocess.run(["timeout", "-k", "5", "120", "ctest", "--test-dir", str(build), "-j2",
+                             "-E", "package_consumer", "--stop-on-failure"],
+                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    return tested.returncode != 0
+
+
+def run(build, also, mutants, out):
     root = source_of(build)
-    counts = {"killed": 0, "survived": 0, "no-compile": 0}
+    builds = [build] + ([also] if also else [])
+    counts = [{"killed": 0, "survived": 0, "no-compile": 0} for _ in builds]
+    # Faults count only against a suite that passes without them.
+    subprocess.run(["cmake", "--build", str(build), "-j2"], check=True, stdout=subprocess.DEVNULL)
+    for b in builds:
+        if suite_fails(b):
+            sys.exit(f"the suite in {b} fails without any fault")
     for index, (folder, file, number, name, mutated) in enumerate(mutants, 1):
         path = root / file
         original = path.read_bytes()
@@ -107,41 +123,46 @@ def run(build, mutants, out):
         try:
             built = subprocess.run(["cmake", "--build", str(build), "-j2"],
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            if built.returncode != 0:
-                outcome = "no-compile"
-            else:
-                tested = subprocess.run(["ctest", "--test-dir", str(build), "-j2", "-E",
-                                         "package_consumer", "--stop-on-failure", "--timeout",
-                                         "60"], stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL)
-                outcome = "killed" if tested.returncode != 0 else "survived"
+            outcomes = []
+            for b in builds:
+                if built.returncode != 0:
+                    outcomes.append("no-compile")
+                else:
+                    outcomes.append("killed" if suite_fails(b) else "survived")
         finally:
             path.write_bytes(original)
-        counts[outcome] += 1
-        record = f"{outcome}\t{file}:{number}\t{name}\t{mutated.strip()}\t<- {original_line.strip()}"
+        for c, outcome in zip(counts, outcomes):
+            c[outcome] += 1
+        record = "\t".join(outcomes) + \
+            f"\t{file}:{number}\t{name}\t{mutated.strip()}\t<- {original_line.strip()}"
         print(f"[{index}/{len(mutants)}] {record}", flush=True)
         if out:
             with open(out, "a", encoding="utf-8") as f:
                 f.write(record + "\n")
     subprocess.run(["cmake", "--build", str(build), "-j2"], stdout=subprocess.DEVNULL)
-    valid = counts["killed"] + counts["survived"]
-    print(f"killed {counts['killed']} of {valid} compiling faults "
-          f"({counts['no-compile']} did not compile)")
+    for b, c in zip(builds, counts):
+        valid = c["killed"] + c["survived"]
+        print(f"{b}: killed {c['killed']} of {valid} compiling faults "
+              f"({c['no-compile']} did not compile)")
 
 
 def main():
+    # A stopped run still restores the file it changed.
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("action", choices=["list", "run"])
     parser.add_argument("build", nargs="?")
     parser.add_argument("--per-folder", type=int, default=18)
     parser.add_argument("--seed", type=int, default=2026)
+    parser.add_argument("--also")
     parser.add_argument("--out")
     args = parser.parse_args()
     if args.action == "run":
         if not args.build:
             parser.error("run needs the build folder")
         build = pathlib.Path(args.build).resolve()
-        run(build, choose(source_of(build), args.per_folder, args.seed), args.out)
+        also = pathlib.Path(args.also).resolve() if args.also else None
+        run(build, also, choose(source_of(build), args.per_folder, args.seed), args.out)
     else:
         root = pathlib.Path(__file__).resolve().parent.parent
         for folder, file, number, name, mutated in choose(root, args.per_folder, args.seed):

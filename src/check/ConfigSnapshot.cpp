@@ -37,11 +37,9 @@ QString missingKeyword(const QString &row, const QString (&keywords)[N])
 // 1-based line of the first bytes that are not UTF-8, or 0 when all are.
 int firstLineNotUtf8(const QByteArray &bytes)
 {
-    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
-    QTextCodec::ConverterState whole;
-    utf8->toUnicode(bytes.constData(), bytes.size(), &whole);
-    if (whole.invalidChars == 0)
+    if (configio::isUtf8(bytes))
         return 0;
+    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
     int line = 1;
     for (int start = 0; start < bytes.size(); ++line) {
         int end = bytes.indexOf('\n', start);

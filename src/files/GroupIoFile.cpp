@@ -74,6 +74,8 @@ void BusFileDataManager::parseGroupFile(QIODevice &device)
 
 bool BusFileDataManager::writeSendGroupCfg()
 {
+    if (refuseLossyWrite(TPU_GROUP_CFG))
+        return false;
     QByteArray bytes;
     QTextStream out(&bytes, QIODevice::WriteOnly);
     configio::useFileEncoding(out);

@@ -157,6 +157,8 @@ bool BusFileDataManager::writeSendSignalMapCfg(const QString &localPath,
     // Only the standard file is written from the working lists; other paths
     // get the lists handed over by setMapData.
     const bool isStandard = localPath == TPU_SIGNAL_MAP_CFG;
+    if (isStandard && refuseLossyWrite(localPath))
+        return false;
     const QVector<FuncAndMapInfo> *lists = isStandard ? mapList : writeMapList;
 
     QByteArray bytes;

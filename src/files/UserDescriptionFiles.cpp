@@ -6,6 +6,8 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 namespace {
 
@@ -42,8 +44,13 @@ void readIndexedDescriptions(const pugi::xml_node &section, const char *element,
 bool BusFileDataManager::readUserDes()
 {
     // A missing or broken file only means that there are no descriptions.
+    QByteArray bytes;
+    QFile file(TPU_USER_DES_XML);
+    if (QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly))
+        bytes = file.readAll();
+    noteEncoding(TPU_USER_DES_XML, bytes);
     pugi::xml_document doc;
-    configio::loadXml(doc, TPU_USER_DES_XML, pugi::parse_pi);
+    doc.load_buffer(bytes.constData(), size_t(bytes.size()), pugi::parse_pi);
     parseUserDes(doc);
     return true;
 }
@@ -81,6 +88,8 @@ QHash<QString, QString> BusFileDataManager::getUseDes()
 
 bool BusFileDataManager::writeUserDesXml(QString path, QHash<QString, QString> descriptions)
 {
+    if (path == TPU_USER_DES_XML && refuseLossyWrite(path))
+        return false;
     const QString folder = RtmGetLocalizedFileName(TPU_FIELDBUS_DIR, false);
     if (!QDir(folder).exists())
         QDir().mkpath(folder);

@@ -6,6 +6,7 @@
 #include "platform/MsgBox.h"
 
 #include <QObject>
+#include <QSet>
 #include <QThread>
 #include <QTranslator>
 
@@ -240,6 +241,11 @@ private:
     // Opens a local text file with openFileLocal and hands it to `parse`;
     // false when it cannot be opened or is empty.
     bool readLocalTextFile(const QString &path, const std::function<void(QIODevice &)> &parse);
+    // Text that is not UTF-8 cannot pass through a QString unchanged: a file read
+    // with such bytes is remembered, and writing it back is refused with a message
+    // (true) instead of replacing them.
+    void noteEncoding(const QString &path, const QByteArray &bytes);
+    bool refuseLossyWrite(const QString &path);
 
     // ---- readers; each parse* takes bytes so that it can be fed from memory ----
     bool readFieldbusXml();
@@ -337,6 +343,7 @@ private:
     bool isFreeBusOpen = false;
     int languageId = 0;
     QString curFilePath;
+    QSet<QString> notUtf8Files;
     QList<BusObserver *> observers;
     QThread thread;
     GetAndSendFile *worker = nullptr;

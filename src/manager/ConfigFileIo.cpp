@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QTextCodec>
 #include <QTextStream>
 
 #include <sstream>
@@ -18,6 +19,13 @@ QString localFolderOf(const QString &filePath)
 {
     const QString fileName = filePath.split(QLatin1Char('/')).last();
     return QString(filePath).remove(fileName, Qt::CaseSensitive);
+}
+
+bool isUtf8(const QByteArray &bytes)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    QTextCodec::codecForMib(106)->toUnicode(bytes.constData(), int(bytes.size()), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
 void useFileEncoding(QTextStream &stream)

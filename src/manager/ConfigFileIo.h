@@ -37,6 +37,9 @@ bool retry(int attempts, Attempt attempt, AfterFailure afterFailure)
     return false;
 }
 
+// True when `bytes` are valid UTF-8 throughout.
+bool isUtf8(const QByteArray &bytes);
+
 // Sets the encoding of the line-oriented files: UTF-8 without byte-order mark.
 void useFileEncoding(QTextStream &stream);
 

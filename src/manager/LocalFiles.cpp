@@ -6,8 +6,10 @@
 #include "RbxInterface.h"
 #include "UserMessage.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
 constexpr int managerTransferAttempts = 3;
@@ -77,7 +79,35 @@ bool BusFileDataManager::readLocalTextFile(const QString &path,
     QFile file(path);
     if (!openFileLocal(file))
         return false;
-    parse(file);
+    QByteArray bytes = file.readAll();
+    noteEncoding(path, bytes);
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly | QIODevice::Text);
+    parse(buffer);
+    return true;
+}
+
+void BusFileDataManager::noteEncoding(const QString &path, const QByteArray &bytes)
+{
+    if (configio::isUtf8(bytes)) {
+        notUtf8Files.remove(path);
+        return;
+    }
+    notUtf8Files.insert(path);
+    qCWarning(lcFieldbus).noquote()
+            << "  " << absolutePathOf(path)
+            << ": holds bytes that are not UTF-8; it will not be written back";
+}
+
+bool BusFileDataManager::refuseLossyWrite(const QString &path)
+{
+    if (!notUtf8Files.contains(path))
+        return false;
+    showUserMessage(ErrorMessage,
+                    tr("%1 holds bytes that are not UTF-8 text. It was not written, so that they "
+                       "are not lost: correct the file on the controller first.")
+                            .arg(QFileInfo(path).fileName()),
+                    OkButton);
     return true;
 }
 
