@@ -98,7 +98,7 @@ def source_of(build):
 
 
 def suite_fails(build):
-    tested = subprocess.run(["timeout", "-k", "5", "120", "ctest", "--test-dir", str(build), "-j2",
+    tested = subprocess.run(["timeout", "-k", "5", "60", "ctest", "--test-dir", str(build), "-j2",
                              "-E", "package_consumer", "--stop-on-failure"],
                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     return tested.returncode != 0
@@ -113,7 +113,18 @@ def run(build, also, mutants, out):
     for b in builds:
         if suite_fails(b):
             sys.exit(f"the suite in {b} fails without any fault")
+    # A stopped run goes on where it stopped: faults already in `out` are not tried again.
+    done = set()
+    if out and pathlib.Path(out).exists():
+        for line in pathlib.Path(out).read_text(encoding="utf-8").splitlines():
+            fields = line.split("\t")
+            outcomes = fields[:len(builds)]
+            done.add((fields[len(builds)], fields[len(builds) + 1]))
+            for c, outcome in zip(counts, outcomes):
+                c[outcome] += 1
     for index, (folder, file, number, name, mutated) in enumerate(mutants, 1):
+        if (f"{file}:{number}", name) in done:
+            continue
         path = root / file
         original = path.read_bytes()
         lines = original.decode("utf-8").split("\n")

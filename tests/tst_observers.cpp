@@ -52,20 +52,15 @@ private slots:
         QVERIFY(target.calls.isEmpty());
     }
 
+    // A few keys of the file-kind table, and keys it must not match.
     void notifyChoosesFlagByKey_data()
     {
         QTest::addColumn<QString>("key");
         QTest::addColumn<int>("flag"); // index into flagSetters, -1: nobody
         QTest::newRow("fieldbus list") << RDE_FIELDBUS_XML << 0;
-        QTest::newRow("fieldbus config") << RDE_FIELDBUS_CFG_XML << 1;
-        QTest::newRow("signal mapping") << RDE_SIGNAL_MAP_CFG << 2;
-        QTest::newRow("group io") << RDE_GROUP_CFG << 3;
-        QTest::newRow("function info") << RDE_FUNC_INFO_XML << 4;
         QTest::newRow("function lists") << QStringLiteral("funcList") << 5;
-        QTest::newRow("user descriptions") << RDE_USER_DES_XML << 6;
         QTest::newRow("monitor lists") << QStringLiteral("funcListMonitor") << 7;
         QTest::newRow("backup file") << RDE_SIGNAL_MAP_BACKUP_CFG << -1;
-        QTest::newRow("local path") << TPU_SIGNAL_MAP_CFG << -1;
         QTest::newRow("key in other case") << QStringLiteral("FUNCLIST") << -1;
     }
 

@@ -334,25 +334,6 @@ private slots:
         QVERIFY(doc.first_child().type() == pugi::node_pi);
     }
 
-    void openFileLocalRefusesMissingAndEmptyFiles()
-    {
-        TestWorkspace::writeFile("empty.cfg", "");
-        TestWorkspace::writeFile("full.cfg", "x");
-        QFile missing("nothing.cfg"), empty("empty.cfg"), full("full.cfg");
-        QVERIFY(!manager->openFileLocal(missing));
-        QVERIFY(!manager->openFileLocal(empty));
-        QVERIFY(manager->openFileLocal(full));
-        QVERIFY(full.isOpen());
-    }
-
-    void mkpathLocalTPUMakesTheFolder()
-    {
-        QVERIFY(BusFileDataManager::mkpathLocalTPU("made/deeper/file.txt"));
-        QVERIFY(QDir("made/deeper").exists());
-        QVERIFY(BusFileDataManager::mkpathLocalTPU("file.txt"));
-        QVERIFY(BusFileDataManager::mkpathLocalTPU(TPU_SIGNAL_MAP_CFG));
-    }
-
     void mkLocalDirRemovesEveryOccurrenceOfTheFileName()
     {
         GetAndSendFile &worker = *manager->worker;
