@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need. Safe to run again.
+#   scripts/install-deps.sh [fuzz] [bench]   also what fuzzing or benchmarks need
 set -euo pipefail
 
 packages=(
@@ -7,6 +8,13 @@ packages=(
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     libpugixml-dev
 )
+for extra in "$@"; do
+    case "$extra" in
+    fuzz) packages+=(clang-14 libclang-rt-14-dev) ;;
+    bench) packages+=(libbenchmark-dev) ;;
+    *) echo "install-deps: unknown extra '$extra' (fuzz, bench)" >&2; exit 2 ;;
+    esac
+done
 
 missing=()
 for p in "${packages[@]}"; do
