@@ -11,7 +11,8 @@ seconds=${1:-60}
 shift || true
 bash scripts/install-deps.sh fuzz
 
-build=build-fuzz
+# Absolute: the targets change their working directory.
+build=$PWD/build-fuzz
 sanitizers="-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer"
 CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DFIELDBUSCONFIG_BUILD_FUZZERS=ON -DFIELDBUSCONFIG_BUILD_TESTS=OFF \

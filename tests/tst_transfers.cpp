@@ -31,20 +31,6 @@ const QByteArray fieldbusList =
         "<Bus name=\"EtherCatSlave\" shortname=\"EthCat\"><enable>1</enable>"
         "</Bus>\n</FieldbusSettingConfig>\n";
 
-using ListResult = QPair<QStringList, QString>;
-
-// The worker answers on its own thread: its answers are taken over on this one,
-// where the test reads them.
-void recordListResults(GetAndSendFile *worker, QObject *context, QList<ListResult> &results)
-{
-    QObject::connect(
-            worker, &GetAndSendFile::resultListNotify, context,
-            [&results](QStringList &paths, QString &failed) {
-                results.append({paths, failed});
-            },
-            Qt::QueuedConnection);
-}
-
 QString lastMessageText()
 {
     const QList<pendantsim::ShownMessage> shown = pendantsim::shownMessages();
@@ -156,15 +142,12 @@ private slots:
                                 "/application/fidbus/paint/list.xml"};
         workspace.putControllerFile(paths[0], "<FunctionList/>");
         workspace.putControllerFile(paths[3], "<FunctionList/>");
-        QList<ListResult> results;
-        QObject context;
-        recordListResults(manager->worker, &context, results);
         emit manager->signalGetFuncList(paths);
-        QTRY_COMPARE_WITH_TIMEOUT(results.size(), 1, 5000);
-        QCOMPARE(results[0].first,
+        QTRY_COMPARE_WITH_TIMEOUT(listResults.size(), 1, 5000);
+        QCOMPARE(listResults[0].first,
                  (QStringList{"../Application/fieldbus/robot/list.xml",
                               "../Application/fieldbus/paint/list.xml"}));
-        QCOMPARE(results[0].second, paths[2]);
+        QCOMPARE(listResults[0].second, paths[2]);
         QVERIFY(!manager->worker->isFuncListGot);
         QVERIFY(QFile::exists("../Application/fieldbus/paint/list.xml"));
         QTRY_COMPARE(lastMessageText(),
@@ -177,17 +160,14 @@ private slots:
                                 "/application/fidbus/robot/b.xml"};
         for (const QString &path : paths)
             workspace.putControllerFile(path, "<FunctionList/>");
-        QList<ListResult> results;
-        QObject context;
-        recordListResults(manager->worker, &context, results);
         emit manager->signalGetFuncList(paths);
-        QTRY_COMPARE(results.size(), 1);
-        QCOMPARE(results[0].first.size(), 2);
-        QVERIFY(results[0].second.isEmpty());
+        QTRY_COMPARE(listResults.size(), 1);
+        QCOMPARE(listResults[0].first.size(), 2);
+        QVERIFY(listResults[0].second.isEmpty());
         emit manager->signalGetFuncList(paths);
-        QTRY_COMPARE(results.size(), 2);
-        QVERIFY(results[1].first.isEmpty());
-        QVERIFY(results[1].second.isEmpty());
+        QTRY_COMPARE(listResults.size(), 2);
+        QVERIFY(listResults[1].first.isEmpty());
+        QVERIFY(listResults[1].second.isEmpty());
         QCOMPARE(pendantsim::transferAttempts(), 2);
     }
 

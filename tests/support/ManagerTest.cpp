@@ -1,5 +1,6 @@
 #include "ManagerTest.h"
 
+#include "GetAndSendFile.h"
 #include "PendantSim.h"
 
 #include <QtTest>
@@ -29,6 +30,13 @@ void ManagerTest::init()
 {
     TestWorkspace::resetSimulation();
     manager = new BusFileDataManager();
+    listResults.clear();
+    connect(
+            manager->worker, &GetAndSendFile::resultListNotify, this,
+            [this](QStringList &paths, QString &failed) {
+                listResults.append({paths, failed});
+            },
+            Qt::QueuedConnection);
     prepare();
 }
 

@@ -27,6 +27,9 @@ protected:
 
     TestWorkspace workspace;
     BusFileDataManager *manager = nullptr;
+    // The worker's answers to function-list requests (local paths, last failed
+    // path), taken over on the test's thread: the worker emits on its own.
+    QList<QPair<QStringList, QString>> listResults;
 
 private slots:
     void init();
