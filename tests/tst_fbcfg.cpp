@@ -191,7 +191,6 @@ void TstFbcfg::run_data()
     row("unknown command", {"frobnicate"}, 2, "unknown command 'frobnicate'; see fbcfg --help");
     row("version", {"--version"}, 0, "^fbcfg \\d+\\.\\d+\\.\\d+$");
     row("help", {"--help"}, 0, "Commands:[\\s\\S]*map set");
-    row("map help", {"map", "--help"}, 0, "map set MODULE FUNCTION BUS ADDRESS[\\s\\S]*--invert");
     for (const QString command : {"status", "map set", "group delete", "check"})
         row(qPrintable(command + " --help"), command.split(' ') << "--help", 0,
             "Usage:\\n  fbcfg \\[options\\] " + command);

@@ -28,18 +28,6 @@ class ObserverTest : public ManagerTest
     Q_OBJECT
 
 private slots:
-    void recordDefaults()
-    {
-        const FuncAndMapInfo info;
-        QCOMPARE(info.address, QStringLiteral("-1"));
-        QVERIFY(!info.invert.isNull() && info.invert.isEmpty());
-        QVERIFY(!info.filterTime.isNull() && info.filterTime.isEmpty());
-        QVERIFY(info.forceEnabled);
-        QCOMPARE(performanceProtocolNames().size(), 10);
-        QCOMPARE(performanceProtocolNames().at(EtherCatMaster), QStringLiteral("EtherCatMaster"));
-        QCOMPARE(performanceProtocolNames().at(DeviceNetSlave), QStringLiteral("DeviceNetSlave"));
-    }
-
     void observerCopiesOnlyItsFlags()
     {
         RecordingObserver source;
@@ -132,15 +120,11 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<QVector<int>>("needed"); // read flags that must all be set
         QTest::newRow("fieldbus") << "fieldbus" << QVector<int>{0};
-        QTest::newRow("fieldbusCfg") << "fieldbusCfg" << QVector<int>{1};
         QTest::newRow("groupFiles") << "groupFiles" << QVector<int>{0, 1, 2, 3};
         QTest::newRow("fieldbusSet") << "fieldbusSet" << QVector<int>{0, 1};
-        QTest::newRow("group") << "group" << QVector<int>{2};
         QTest::newRow("map") << "map" << QVector<int>{3};
-        QTest::newRow("user_description") << "user_description" << QVector<int>{4};
         QTest::newRow("funcInfo") << "funcInfo" << QVector<int>{5};
         QTest::newRow("funcList") << "funcList" << QVector<int>{6};
-        QTest::newRow("funcInfoMonitor") << "funcInfoMonitor" << QVector<int>{7};
         QTest::newRow("funcListMonitor") << "funcListMonitor" << QVector<int>{8};
         QTest::newRow("notify key is not a polling key") << RDE_FIELDBUS_XML << QVector<int>{};
         QTest::newRow("case matters") << "Fieldbus" << QVector<int>{};

@@ -23,11 +23,6 @@ TestWorkspace::~TestWorkspace()
     QDir::setCurrent(m_previousDir);
 }
 
-QString TestWorkspace::localDir() const
-{
-    return m_dir.path() + "/Application/fieldbus";
-}
-
 QString TestWorkspace::controllerDir() const
 {
     return m_dir.path() + "/Controller";

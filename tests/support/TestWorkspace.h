@@ -14,7 +14,6 @@ public:
     ~TestWorkspace();
 
     QString root() const { return m_dir.path(); }
-    QString localDir() const;
     QString controllerDir() const;
 
     void putControllerFile(const QString &rdeFilePath, const QByteArray &bytes) const;
