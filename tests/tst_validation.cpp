@@ -3,6 +3,7 @@
 #include "MappingRows.h"
 #include "TestWorkspace.h"
 
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <climits>
@@ -266,6 +267,101 @@ private slots:
         }
         QCOMPARE(exponent, 10);
         QCOMPARE(BusFileDataManager::powerOfTwo(INT_MIN), -1);
+    }
+
+    // The indexed lookups answer as walking the grouped tables in order does,
+    // also after the tables change under them.
+    void lookupsMatchTheWalk()
+    {
+        QRandomGenerator random(11);
+        const auto pick = [&random](const QStringList &from) {
+            return from.at(random.bounded(from.size()));
+        };
+        // Case pairs outside ASCII and outside the BMP, and a fold that grows.
+        const QStringList buses{"mtcp",
+                                "MTCP",
+                                "group_mtcp",
+                                "eip",
+                                "ß",
+                                "SS",
+                                "ẞ",
+                                QString::fromUcs4(U"\U00010400"),
+                                QString::fromUcs4(U"\U00010428")};
+        BusFileDataManager &m = *manager;
+        m.busShortNames = QStringList{"mtcp", "ß", "ss", buses.at(7)};
+        QMap<QString, GroupInfo> &groups = m.curGroupTables[0][0];
+        for (int round = 0; round < 500; ++round) {
+            QVector<FuncAndMapInfo> &table = m.mapList[random.bounded(2)];
+            const FuncAndMapInfo made{pick({"Weld", "Glue"}),
+                                      "",
+                                      pick({"a", "b", "c"}),
+                                      pick({"bool", "BOOL", "int", "xboolx"}),
+                                      pick(buses),
+                                      pick({"0", "1", "2", "3", "03", "x", "-1"})};
+            const int at = table.isEmpty() ? -1 : random.bounded(table.size());
+            switch (random.bounded(4)) {
+            case 0:
+                table.append(made);
+                break;
+            case 1:
+                at < 0 ? void() : void(table[at] = made);
+                break;
+            case 2:
+                at < 0 ? void() : table.remove(at);
+                break;
+            default:
+                groups.insert(QString::number(random.bounded(9)),
+                              GroupInfo{"int", "1", pick(buses), "0", "1"});
+            }
+            const QString bus = pick(buses);
+            QMap<QString, QVector<FuncAndMapInfo>> byBus[2];
+            QHash<QString, int> lastAddress[2];
+            for (int dir : {0, 1}) {
+                m.parseSignalMapByBus(m.mapList[dir], byBus[dir]);
+                for (const FuncAndMapInfo &row :
+                     byBus[dir].value(bus) + byBus[dir].value("group_" + bus))
+                    lastAddress[dir].insert(row.name, row.address.toInt());
+            }
+            const int address = random.bounded(-1, 4);
+            const int first = random.bounded(-1, 4);
+            const int last = random.bounded(-1, 4);
+            QString taken = "ok", inRange = "ok";
+            for (const FuncAndMapInfo &row : byBus[0].value(bus)) {
+                const int a = row.address.toInt();
+                if (taken == "ok" && address != -1 && a == address
+                    && row.type.contains("INT", Qt::CaseInsensitive))
+                    taken = m.getCurLanguageModuName(row.module);
+                if (inRange == "ok" && last != -1 && first <= a && a <= last
+                    && row.type.contains("bool", Qt::CaseInsensitive))
+                    inRange = row.address;
+            }
+            QCOMPARE(m.isAddressValid(bus, BusInput, "INT", address), taken);
+            QCOMPARE(
+                    m.isGroupAddrValid(bus, BusInput, QStringLiteral("%1,%2").arg(first).arg(last)),
+                    inRange);
+            int ofBus = 0; // a group key names its bus after the "_"
+            for (const GroupInfo &group : qAsConst(groups))
+                ofBus += group.fieldBus.compare(bus.split('_').constLast(), Qt::CaseInsensitive)
+                        == 0;
+            QCOMPARE(m.getBusGroupInfo(bus, BusInput, "int", false).size(), ofBus);
+
+            // Each name's address is its last row's; once a direction found a
+            // name, later names missing there keep their value.
+            ConflictEntries expected{{{"a", 7}, {"b", 7}}, {{"c", 7}}};
+            m.conflictDatas = expected;
+            m.addConflictData(bus);
+            bool found[2] = {false, false};
+            for (QMap<QString, int> &entry : expected) {
+                for (auto it = entry.begin(); it != entry.end(); ++it) {
+                    for (int dir : {0, 1}) {
+                        found[dir] |= lastAddress[dir].contains(it.key());
+                        it.value() =
+                                !found[dir] ? -1 : lastAddress[dir].value(it.key(), it.value());
+                    }
+                }
+            }
+            QCOMPARE(m.conflictDatas, expected);
+        }
     }
 };
 

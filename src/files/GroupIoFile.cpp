@@ -2,6 +2,7 @@
 
 #include "ConfigFileIo.h"
 #include "FileFormats.h"
+#include "ValidationIndex.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -110,18 +111,15 @@ bool BusFileDataManager::writeSendGroupCfg()
 QVector<GroupInfo> BusFileDataManager::getBusGroupInfo(QString bus, BiBo dir, QString type,
                                                        bool saved)
 {
-    QVector<GroupInfo> groups;
     const QMap<QString, GroupInfo> *table = groupTable(dir, type, saved);
     if (!table)
-        return groups;
+        return {};
     // Group keys such as "group_mtcp" name the bus after the first "_".
     const QStringList parts = bus.split(QLatin1Char('_'));
     const QString busName = parts.size() > 1 ? parts.at(1) : bus;
-    for (const GroupInfo &info : *table) {
-        if (info.fieldBus.compare(busName, Qt::CaseInsensitive) == 0)
-            groups.append(info);
-    }
-    return groups;
+    validation::GroupIndex &index = indexes->groups[table];
+    index.refresh(*table);
+    return index.bus(busName);
 }
 
 QMap<QString, GroupInfo> BusFileDataManager::getAllGroupInfo(BiBo dir, QString type)

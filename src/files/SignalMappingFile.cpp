@@ -125,22 +125,11 @@ void BusFileDataManager::parseSignalMapByBus(const QVector<FuncAndMapInfo> &list
     }
 }
 
-QVector<FuncAndMapInfo> BusFileDataManager::busSignals(const QVector<FuncAndMapInfo> &list,
-                                                       const QString &bus)
+bool BusFileDataManager::isBusKey(const QString &bus) const
 {
-    // Only the keys parseSignalMapByBus makes have an entry there.
     const QString &prefix = fieldbusnames::groupPrefix;
-    const bool isKey = busShortNames.contains(bus)
+    return busShortNames.contains(bus)
             || (bus.startsWith(prefix) && busShortNames.contains(bus.mid(prefix.size())));
-    QVector<FuncAndMapInfo> rows;
-    if (!isKey)
-        return rows;
-    const QString folded = bus.toCaseFolded();
-    for (const FuncAndMapInfo &info : list) {
-        if (info.fieldBus.toCaseFolded() == folded)
-            rows.append(info);
-    }
-    return rows;
 }
 
 QString BusFileDataManager::insertSignalMapCfg(QString value, int widthKind)

@@ -5,6 +5,7 @@
 #include "FileKind.h"
 #include "GetAndSendFile.h"
 #include "RbxInterface.h"
+#include "ValidationIndex.h"
 
 #include <QCoreApplication>
 #include <QMetaType>
@@ -30,6 +31,7 @@ BusFileDataManager *BusFileDataManager::getInstance()
 
 BusFileDataManager::BusFileDataManager()
     : QObject(nullptr)
+    , indexes(new validation::Indexes)
 {
     // Lets the list results cross to the GUI thread by queued delivery.
     qRegisterMetaType<QStringList>("QStringList&");

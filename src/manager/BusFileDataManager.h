@@ -11,10 +11,16 @@
 #include <QTranslator>
 
 #include <functional>
+#include <memory>
 
 class QFile;
 class QIODevice;
 class GetAndSendFile;
+namespace validation {
+struct BusSignals;
+class SignalIndex;
+struct Indexes;
+} // namespace validation
 namespace pugi {
 class xml_document;
 class xml_node;
@@ -265,9 +271,8 @@ private:
 
     bool readSignalMapCfg();
     void parseSignalMapFile(QIODevice &device);
-    // The entry of `bus` in parseSignalMapByBus's grouping of `list`, without
-    // grouping the other buses.
-    QVector<FuncAndMapInfo> busSignals(const QVector<FuncAndMapInfo> &list, const QString &bus);
+    // Whether parseSignalMapByBus makes an entry for `bus`.
+    bool isBusKey(const QString &bus) const;
 
     bool readGroupCfg();
     void parseGroupFile(QIODevice &device);
@@ -291,6 +296,10 @@ private:
 
     // ---- validation ----
     static int powerOfTwo(int value);
+    // The signals of `bus` in mapList[index] as the validators look them up;
+    // null when the bus has none.
+    const validation::BusSignals *indexedSignals(int index, const QString &bus);
+    const validation::SignalIndex &mappingIndex(int index);
 
     // ---- mapping edits ----
     // Index of a direction's mapping tables: any value but input selects output.
@@ -376,6 +385,9 @@ private:
     QMap<QString, GroupInfo> curGroupTables[2][3];
     QMap<QString, GroupInfo> savedGroupTables[2][3];
     QVector<int> busTypeChange;
+
+    // What the validators look up instead of walking the tables.
+    std::unique_ptr<validation::Indexes> indexes;
 
     // ---- fieldbus configuration, by element name ----
     QHash<QString, BusAddrNumInfo> busAddrNumInfo;

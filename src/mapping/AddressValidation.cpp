@@ -3,6 +3,7 @@
 #include "FieldbusNames.h"
 
 #include "FileFormats.h"
+#include "ValidationIndex.h"
 
 #include <QHostAddress>
 #include <QRegExp>
@@ -47,27 +48,32 @@ bool rangeOverlapsGroup(const AddressRange &range, const GroupInfo &group)
             || (s >= groupFirst && e <= groupLast);
 }
 
-// Last address of every function name among the rows, in the form the
-// conflict collection stores.
-QHash<QString, int> lastAddressByName(const QVector<FuncAndMapInfo> &rows)
+} // namespace
+
+const validation::SignalIndex &BusFileDataManager::mappingIndex(int index)
 {
-    QHash<QString, int> addresses;
-    addresses.reserve(rows.size());
-    for (const FuncAndMapInfo &row : rows)
-        addresses.insert(row.name, row.address.toInt(nullptr, 10));
-    return addresses;
+    validation::SignalIndex &signalIndex = indexes->mappings[index];
+    signalIndex.refresh(mapList[index]);
+    return signalIndex;
 }
 
-} // namespace
+const validation::BusSignals *BusFileDataManager::indexedSignals(int index, const QString &bus)
+{
+    return isBusKey(bus) ? mappingIndex(index).bus(bus) : nullptr;
+}
 
 QString BusFileDataManager::isAddressValid(const QString &bus, BiBo dir, QString type, int address)
 {
     if (address == -1)
         return okText;
-    const QVector<FuncAndMapInfo> rows = busSignals(mapList[mapIndex(dir)], bus);
-    for (const FuncAndMapInfo &row : rows) {
-        if (row.type.contains(type, Qt::CaseInsensitive)
-            && row.address.toInt(nullptr, 10) == address)
+    const int index = mapIndex(dir);
+    const validation::BusSignals *rows = indexedSignals(index, bus);
+    if (!rows)
+        return okText;
+    // The rows at the address, in table order.
+    for (const int position : rows->rowsAt.value(address)) {
+        const FuncAndMapInfo &row = indexes->mappings[index].row(position);
+        if (row.type.contains(type, Qt::CaseInsensitive))
             return getCurLanguageModuName(row.module);
     }
     return okText;
@@ -78,15 +84,10 @@ QString BusFileDataManager::isGroupAddrValid(const QString &bus, BiBo dir, QStri
     const AddressRange bounds = parseRange(range);
     if (bounds.last == -1)
         return okText;
-    const QVector<FuncAndMapInfo> rows = busSignals(mapList[mapIndex(dir)], bus);
-    for (const FuncAndMapInfo &row : rows) {
-        if (!fieldbusnames::holdsBool(row.type))
-            continue;
-        const int address = row.address.toInt(nullptr, 10);
-        if (bounds.first <= address && address <= bounds.last)
-            return row.address;
-    }
-    return okText;
+    const int index = mapIndex(dir);
+    const validation::BusSignals *rows = indexedSignals(index, bus);
+    const int first = rows ? rows->firstBoolRowIn(bounds.first, bounds.last) : -1;
+    return first < 0 ? okText : indexes->mappings[index].row(first).address;
 }
 
 QString BusFileDataManager::isAddressGroupValid(const QString &bus, BiBo dir,
@@ -167,11 +168,24 @@ QString BusFileDataManager::isConflict(const QString &bus, const QString &module
 
 void BusFileDataManager::addConflictData(const QString &bus)
 {
+    // Each name's address is that of its last row on the bus, the group key's
+    // rows coming after the bus's own.
     const QString groupKey = fieldbusnames::groupKey(bus);
-    const QHash<QString, int> inputAddresses = lastAddressByName(
-            busSignals(mapList[BusInput], bus) + busSignals(mapList[BusInput], groupKey));
-    const QHash<QString, int> outputAddresses = lastAddressByName(
-            busSignals(mapList[BusOutput], bus) + busSignals(mapList[BusOutput], groupKey));
+    const validation::BusSignals *tables[2][2] = {
+            {indexedSignals(BusInput, bus), indexedSignals(BusInput, groupKey)},
+            {indexedSignals(BusOutput, bus), indexedSignals(BusOutput, groupKey)}};
+    const auto lastAddress = [&tables](int dir, const QString &name, int *address) {
+        for (const validation::BusSignals *rows : {tables[dir][1], tables[dir][0]}) {
+            if (!rows)
+                continue;
+            const auto it = rows->lastAddressByName.constFind(name);
+            if (it != rows->lastAddressByName.cend()) {
+                *address = it.value();
+                return true;
+            }
+        }
+        return false;
+    };
 
     // Set once for the whole walk: after the first key found in a direction, a
     // later key missing there keeps its value.
@@ -179,18 +193,12 @@ void BusFileDataManager::addConflictData(const QString &bus)
     bool foundInOutput = false;
     for (QMap<QString, int> &entry : conflictDatas) {
         for (auto it = entry.begin(); it != entry.end(); ++it) {
-            const auto input = inputAddresses.constFind(it.key());
-            if (input != inputAddresses.cend()) {
-                it.value() = input.value();
+            if (lastAddress(BusInput, it.key(), &it.value()))
                 foundInInput = true;
-            }
             if (!foundInInput)
                 it.value() = -1;
-            const auto output = outputAddresses.constFind(it.key());
-            if (output != outputAddresses.cend()) {
-                it.value() = output.value();
+            if (lastAddress(BusOutput, it.key(), &it.value()))
                 foundInOutput = true;
-            }
             if (!foundInOutput)
                 it.value() = -1;
         }

@@ -1,0 +1,119 @@
+#include "ValidationIndex.h"
+
+#include "FieldbusNames.h"
+
+#include <algorithm>
+
+namespace validation {
+
+QString foldedKey(const QString &text)
+{
+    // QString::compare folds a lone code unit, and a low surrogate together
+    // with the high one before it, which it compares as it stands.
+    QString key;
+    key.reserve(text.size() + 2);
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar unit = text.at(i);
+        if (unit.isLowSurrogate() && i > 0 && text.at(i - 1).isHighSurrogate()) {
+            const uint folded = QChar::toCaseFolded(QChar::surrogateToUcs4(text.at(i - 1), unit));
+            key += QChar(QChar::highSurrogate(folded));
+            key += QChar(QChar::lowSurrogate(folded));
+        } else {
+            key += unit.toCaseFolded();
+        }
+    }
+    return key;
+}
+
+int BusSignals::firstBoolRowIn(int first, int last) const
+{
+    const auto lo = std::lower_bound(boolAddresses.cbegin(), boolAddresses.cend(), first);
+    const auto hi = std::upper_bound(lo, boolAddresses.cend(), last);
+    const int begin = int(lo - boolAddresses.cbegin());
+    const int count = int(hi - lo);
+    if (count <= 0)
+        return -1;
+    int level = 0;
+    while ((2 << level) <= count)
+        ++level;
+    return std::min(firstBool[level][begin], firstBool[level][begin + count - (1 << level)]);
+}
+
+namespace {
+
+BusSignals indexBus(const QVector<FuncAndMapInfo> &table, const QVector<int> &positions)
+{
+    BusSignals bus;
+    QMap<int, int> firstBoolAt; // address -> first position
+    for (const int position : positions) {
+        const FuncAndMapInfo &row = table.at(position);
+        const int address = row.address.toInt(nullptr, 10);
+        bus.rowsAt[address].append(position);
+        bus.lastAddressByName.insert(row.name, address);
+        if (fieldbusnames::holdsBool(row.type) && !firstBoolAt.contains(address))
+            firstBoolAt.insert(address, position);
+    }
+    QVector<int> firsts;
+    for (auto at = firstBoolAt.cbegin(); at != firstBoolAt.cend(); ++at) {
+        bus.boolAddresses.append(at.key());
+        firsts.append(at.value());
+    }
+    bus.firstBool.append(firsts);
+    for (int width = 1; 2 * width <= firsts.size(); width *= 2) {
+        const QVector<int> &below = bus.firstBool.constLast();
+        QVector<int> level(below.size() - width);
+        for (int i = 0; i < level.size(); ++i)
+            level[i] = std::min(below.at(i), below.at(i + width));
+        bus.firstBool.append(level);
+    }
+    return bus;
+}
+
+} // namespace
+
+void SignalIndex::refresh(const QVector<FuncAndMapInfo> &table)
+{
+    if (m_table.isSharedWith(table))
+        return;
+    m_table = table;
+    m_buses.clear();
+
+    // Positions by bus first: rows of one bus mostly follow each other and
+    // share their text, so the bus is folded once per run.
+    QHash<QString, QVector<int>> positionsByBus;
+    const QString *runBus = nullptr;
+    QVector<int> *runPositions = nullptr;
+    for (int position = 0; position < m_table.size(); ++position) {
+        const QString &fieldBus = m_table.at(position).fieldBus;
+        if (!runBus || *runBus != fieldBus) {
+            runPositions = &positionsByBus[fieldBus.toCaseFolded()];
+            runBus = &fieldBus;
+        }
+        runPositions->append(position);
+    }
+    for (auto it = positionsByBus.cbegin(); it != positionsByBus.cend(); ++it)
+        m_buses.insert(it.key(), indexBus(m_table, it.value()));
+}
+
+const BusSignals *SignalIndex::bus(const QString &bus) const
+{
+    const auto it = m_buses.constFind(bus.toCaseFolded());
+    return it == m_buses.cend() ? nullptr : &it.value();
+}
+
+void GroupIndex::refresh(const QMap<QString, GroupInfo> &table)
+{
+    if (m_table.isSharedWith(table))
+        return;
+    m_table = table;
+    m_buses.clear();
+    for (const GroupInfo &group : table)
+        m_buses[foldedKey(group.fieldBus)].append(group);
+}
+
+QVector<GroupInfo> GroupIndex::bus(const QString &busName) const
+{
+    return m_buses.value(foldedKey(busName));
+}
+
+} // namespace validation
