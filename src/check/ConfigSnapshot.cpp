@@ -5,7 +5,6 @@
 #include "FileFormats.h"
 #include "FunctionListXml.h"
 
-#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTextCodec>
@@ -20,18 +19,29 @@ const QString groupKeywords[] = {QStringLiteral("-Type"), QStringLiteral("-Addre
 
 // The first keyword a row lacks, or whose value is missing or is another keyword.
 template<size_t N>
-QString missingKeyword(const QString &row, const QString (&keywords)[N])
+QString missingKeyword(const configio::LineWords &words, const QString (&keywords)[N])
 {
-    const QStringList words = row.simplified().split(QLatin1Char(' '));
+    const auto isKeyword = [&keywords](QStringView word) {
+        return std::any_of(std::begin(keywords), std::end(keywords),
+                           [word](const QString &keyword) { return keyword == word; });
+    };
     for (const QString &keyword : keywords) {
         const int at = words.indexOf(keyword);
-        if (at < 0 || at + 1 >= words.size())
-            return keyword;
-        const QString &value = words.at(at + 1);
-        if (std::find(std::begin(keywords), std::end(keywords), value) != std::end(keywords))
+        if (at < 0 || at + 1 >= words.size() || isKeyword(words.at(at + 1)))
             return keyword;
     }
     return QString();
+}
+
+void readMappings(const QByteArray &bytes, QVector<SnapshotMapping> &rows)
+{
+    configio::readSectionRows(configio::decodeLineFile(bytes), QStringLiteral("#System_Input:"),
+                              QStringLiteral("#System_Output:"),
+                              [&rows](BiBo dir, QStringView row, int line) {
+                                  const configio::LineWords words(row);
+                                  rows.append({signalmapfile::parseRow(words), dir, line,
+                                               missingKeyword(words, mappingKeywords)});
+                              });
 }
 
 // 1-based line of the first bytes that are not UTF-8, or 0 when all are.
@@ -145,27 +155,16 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
     }
 
     QByteArray bytes;
-    if (readBytes(s.fixedFilePath(RDE_SIGNAL_MAP_CFG), RDE_SIGNAL_MAP_CFG, bytes, s.problems)) {
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::ReadOnly);
-        configio::readSectionRows(buffer, QStringLiteral("#System_Input:"),
-                                  QStringLiteral("#System_Output:"),
-                                  [&s](BiBo dir, const QString &row, int line) {
-                                      QVector<FuncAndMapInfo> parsed;
-                                      BusFileDataManager::parseSignalMap(row, parsed);
-                                      s.mappings.append({parsed.constFirst(), dir, line,
-                                                         missingKeyword(row, mappingKeywords)});
-                                  });
-    }
+    if (readBytes(s.fixedFilePath(RDE_SIGNAL_MAP_CFG), RDE_SIGNAL_MAP_CFG, bytes, s.problems))
+        readMappings(bytes, s.mappings);
 
     if (readBytes(s.fixedFilePath(RDE_GROUP_CFG), RDE_GROUP_CFG, bytes, s.problems)) {
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::ReadOnly);
-        configio::readSectionRows(buffer, QStringLiteral("#Group_Input:"),
+        configio::readSectionRows(configio::decodeLineFile(bytes), QStringLiteral("#Group_Input:"),
                                   QStringLiteral("#Group_Output:"),
-                                  [&s](BiBo dir, const QString &row, int line) {
-                                      s.groups.append({groupfile::parseRow(row), dir, line,
-                                                       missingKeyword(row, groupKeywords)});
+                                  [&s](BiBo dir, QStringView row, int line) {
+                                      const configio::LineWords words(row);
+                                      s.groups.append({groupfile::parseRow(words), dir, line,
+                                                       missingKeyword(words, groupKeywords)});
                                   });
     }
 
@@ -187,15 +186,7 @@ bool ConfigSnapshot::readMappingFile(const QString &path, QVector<SnapshotMappin
     QByteArray bytes;
     if (!readBytes(path, path, bytes, problems))
         return false;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    configio::readSectionRows(
-            buffer, QStringLiteral("#System_Input:"), QStringLiteral("#System_Output:"),
-            [&rows](BiBo dir, const QString &row, int line) {
-                QVector<FuncAndMapInfo> parsed;
-                BusFileDataManager::parseSignalMap(row, parsed);
-                rows.append({parsed.constFirst(), dir, line, missingKeyword(row, mappingKeywords)});
-            });
+    readMappings(bytes, rows);
     return true;
 }
 

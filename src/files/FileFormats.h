@@ -7,6 +7,10 @@
 
 #include <pugixml.hpp>
 
+namespace configio {
+class LineWords;
+}
+
 namespace fieldbuslist {
 
 struct Contents
@@ -39,10 +43,17 @@ int busNum(const QHash<QString, BusAddrNumInfo> &areas, const QString &bus, BiBo
 
 } // namespace fieldbusareas
 
+namespace signalmapfile {
+
+// One row of the signal mapping file; missing values are "0", the bus is lower case.
+FuncAndMapInfo parseRow(const configio::LineWords &words);
+
+} // namespace signalmapfile
+
 namespace groupfile {
 
 // One row of the group file; missing values are "0".
-GroupInfo parseRow(const QString &row);
+GroupInfo parseRow(const configio::LineWords &words);
 
 // 0 int, 1 float, 2 string (any case); -1 for any other type.
 int typeIndex(const QString &type);

@@ -5,7 +5,6 @@
 #include "ValidationIndex.h"
 
 #include <QFile>
-#include <QTextStream>
 
 namespace {
 
@@ -26,15 +25,13 @@ int typeIndex(const QString &type)
     return BusFileDataManager::getWordIndex(names, type);
 }
 
-GroupInfo parseRow(const QString &row)
+GroupInfo parseRow(const configio::LineWords &words)
 {
     GroupInfo info;
-    info.type = BusFileDataManager::parseLineByWord(row, QStringLiteral("-Type"));
-    info.address = BusFileDataManager::parseLineByWord(row, QStringLiteral("-Address"));
-    info.fieldBus = BusFileDataManager::parseLineByWord(row, QStringLiteral("-FieldBus"));
-    const QStringList deviceMap =
-            BusFileDataManager::parseLineByWord(row, QStringLiteral("-DeviceMap"))
-                    .split(QLatin1Char('-'));
+    info.type = words.after(u"-Type");
+    info.address = words.after(u"-Address");
+    info.fieldBus = words.after(u"-FieldBus");
+    const QStringList deviceMap = words.after(u"-DeviceMap").split(QLatin1Char('-'));
     if (deviceMap.size() >= 2) {
         info.deviceMapHead = deviceMap.at(0);
         info.deviceMapTail = deviceMap.at(1);
@@ -55,18 +52,18 @@ QMap<QString, GroupInfo> *BusFileDataManager::groupTable(BiBo dir, const QString
 
 bool BusFileDataManager::readGroupCfg()
 {
-    return readLocalTextFile(TPU_GROUP_CFG, [this](QIODevice &file) { parseGroupFile(file); });
+    return readLocalTextFile(TPU_GROUP_CFG, [this](const QString &text) { parseGroupFile(text); });
 }
 
-void BusFileDataManager::parseGroupFile(QIODevice &device)
+void BusFileDataManager::parseGroupFile(const QString &text)
 {
     for (auto &tables : curGroupTables) {
         for (QMap<QString, GroupInfo> &table : tables)
             table.clear();
     }
     configio::readSectionRows(
-            device, groupInputMarker, groupOutputMarker, [this](BiBo dir, const QString &row, int) {
-                const GroupInfo info = groupfile::parseRow(row);
+            text, groupInputMarker, groupOutputMarker, [this](BiBo dir, QStringView row, int) {
+                const GroupInfo info = groupfile::parseRow(configio::LineWords(row));
                 curGroupTables[dir][groupfile::readTypeIndex(info.type)].insert(info.address, info);
             });
     // A fresh read is also the saved state.
@@ -77,31 +74,26 @@ bool BusFileDataManager::writeSendGroupCfg()
 {
     if (refuseLossyWrite(TPU_GROUP_CFG))
         return false;
-    QByteArray bytes;
-    QTextStream out(&bytes, QIODevice::WriteOnly);
-    configio::useFileEncoding(out);
-    const auto writeRows = [&out](const QMap<QString, GroupInfo>(&tables)[groupTypeCount]) {
-        for (int type = 0; type < groupTypeCount; ++type) {
-            for (auto it = tables[type].cbegin(); it != tables[type].cend(); ++it) {
-                const GroupInfo &info = it.value();
-                // The key is written, not the record's address.
-                out << "    -Type " << configio::padRight(info.type, groupColumnWidth)
-                    << " -Address " << configio::padRight(it.key(), groupColumnWidth)
-                    << " -FieldBus "
-                    << configio::padRight(info.fieldBus.toUpper(), groupColumnWidth)
-                    << " -DeviceMap "
-                    << configio::padRight(info.deviceMapHead + QLatin1Char('-')
-                                                  + info.deviceMapTail,
-                                          groupColumnWidth)
-                    << '\n';
-            }
-        }
-    };
-    out << groupTitle << "\n\n" << groupInputMarker << '\n';
-    writeRows(curGroupTables[BusInput]);
-    out << '\n' << groupOutputMarker << '\n';
-    writeRows(curGroupTables[BusOutput]);
-    out.flush();
+    const QByteArray bytes = configio::sectionFileBytes(
+            groupTitle, groupInputMarker, groupOutputMarker, [this](QString &out, BiBo dir) {
+                for (const QMap<QString, GroupInfo> &table : curGroupTables[dir]) {
+                    for (auto it = table.cbegin(); it != table.cend(); ++it) {
+                        const GroupInfo &info = it.value();
+                        // The key is written, not the record's address.
+                        out += QLatin1String("    -Type ");
+                        configio::appendPadded(out, info.type, groupColumnWidth);
+                        out += QLatin1String(" -Address ");
+                        configio::appendPadded(out, it.key(), groupColumnWidth);
+                        out += QLatin1String(" -FieldBus ");
+                        configio::appendPadded(out, info.fieldBus.toUpper(), groupColumnWidth);
+                        out += QLatin1String(" -DeviceMap ");
+                        configio::appendPadded(
+                                out, info.deviceMapHead + QLatin1Char('-') + info.deviceMapTail,
+                                groupColumnWidth);
+                        out += QLatin1Char('\n');
+                    }
+                }
+            });
     if (!configio::writeFileAtomically(TPU_GROUP_CFG, bytes))
         return false;
     emit signalSendGroupCfg();

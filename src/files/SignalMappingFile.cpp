@@ -3,10 +3,9 @@
 #include "FieldbusNames.h"
 
 #include "ConfigFileIo.h"
+#include "FileFormats.h"
 
-#include <QFile>
 #include <QHash>
-#include <QTextStream>
 
 namespace {
 
@@ -17,73 +16,67 @@ const QString systemOutputMarker = QStringLiteral("#System_Output:");
 // Width kinds of insertSignalMapCfg.
 enum SignalMapWidth { NameWidth = 1, ShortWidth = 2, WideWidth = 0 };
 
-QString signalMapLine(const FuncAndMapInfo &info, BiBo section)
+int columnWidth(int widthKind)
 {
-    const bool isBool = fieldbusnames::isBoolType(info.type);
-    const QString type = section == BusInput ? info.type.toLower() : info.type;
-    QString line = QStringLiteral("    -Module ")
-            + BusFileDataManager::insertSignalMapCfg(info.module, WideWidth)
-            + QStringLiteral(" -Name ")
-            + BusFileDataManager::insertSignalMapCfg(info.name, NameWidth)
-            + QStringLiteral(" -Type ") + BusFileDataManager::insertSignalMapCfg(type, ShortWidth)
-            + QStringLiteral(" -FieldBus ")
-            + BusFileDataManager::insertSignalMapCfg(info.fieldBus.toUpper(), WideWidth)
-            + QStringLiteral(" -Address ")
-            + BusFileDataManager::insertSignalMapCfg(info.address, ShortWidth);
-    if (!isBool)
-        return line;
-    if (section == BusInput) {
-        line += QStringLiteral(" -FilterTime ")
-                + BusFileDataManager::insertSignalMapCfg(info.filterTime, ShortWidth);
+    return widthKind == NameWidth ? 32 : widthKind == ShortWidth ? 8 : 16;
+}
+
+void appendSignalMapLine(QString &out, const FuncAndMapInfo &info, BiBo section)
+{
+    const auto field = [&out](QLatin1String keyword, QStringView value, SignalMapWidth width) {
+        out += keyword;
+        configio::appendPadded(out, value, columnWidth(width));
+    };
+    field(QLatin1String("    -Module "), info.module, WideWidth);
+    field(QLatin1String(" -Name "), info.name, NameWidth);
+    field(QLatin1String(" -Type "), section == BusInput ? info.type.toLower() : info.type,
+          ShortWidth);
+    field(QLatin1String(" -FieldBus "), info.fieldBus.toUpper(), WideWidth);
+    field(QLatin1String(" -Address "), info.address, ShortWidth);
+    if (fieldbusnames::isBoolType(info.type)) {
+        if (section == BusInput)
+            field(QLatin1String(" -FilterTime "), info.filterTime, ShortWidth);
+        field(QLatin1String(" -Invert "), info.invert, ShortWidth);
     }
-    return line + QStringLiteral(" -Invert ")
-            + BusFileDataManager::insertSignalMapCfg(info.invert, ShortWidth);
-}
-
-// The words of a line: white space trimmed and collapsed, split at blanks.
-QStringList lineWords(const QString &line)
-{
-    return line.simplified().split(QLatin1Char(' '));
-}
-
-// The word after the first word equal to `keyword`; "0" when there is none.
-QString wordAfter(const QStringList &words, const QString &keyword)
-{
-    const int at = words.indexOf(keyword);
-    if (at < 0 || at + 1 >= words.size())
-        return QStringLiteral("0");
-    return words.at(at + 1);
+    out += QLatin1Char('\n');
 }
 
 } // namespace
 
+namespace signalmapfile {
+
+FuncAndMapInfo parseRow(const configio::LineWords &words)
+{
+    FuncAndMapInfo info;
+    info.module = words.after(u"-Module");
+    info.name = words.after(u"-Name");
+    info.type = words.after(u"-Type");
+    info.fieldBus = words.after(u"-FieldBus").toLower();
+    info.address = words.after(u"-Address");
+    info.filterTime = words.after(u"-FilterTime");
+    info.invert = words.after(u"-Invert");
+    return info;
+}
+
+} // namespace signalmapfile
+
 QString BusFileDataManager::parseLineByWord(const QString &line, const QString &keyword)
 {
-    return wordAfter(lineWords(line), keyword);
+    return configio::LineWords(line).after(keyword);
 }
 
 void BusFileDataManager::parseSignalMap(const QString &line, QVector<FuncAndMapInfo> &out)
 {
-    // The line is split once for all seven keywords.
-    const QStringList words = lineWords(line);
-    FuncAndMapInfo info;
-    info.module = wordAfter(words, QStringLiteral("-Module"));
-    info.name = wordAfter(words, QStringLiteral("-Name"));
-    info.type = wordAfter(words, QStringLiteral("-Type"));
-    info.fieldBus = wordAfter(words, QStringLiteral("-FieldBus")).toLower();
-    info.address = wordAfter(words, QStringLiteral("-Address"));
-    info.filterTime = wordAfter(words, QStringLiteral("-FilterTime"));
-    info.invert = wordAfter(words, QStringLiteral("-Invert"));
-    out.append(info);
+    out.append(signalmapfile::parseRow(configio::LineWords(line)));
 }
 
 bool BusFileDataManager::readSignalMapCfg()
 {
     return readLocalTextFile(TPU_SIGNAL_MAP_CFG,
-                             [this](QIODevice &file) { parseSignalMapFile(file); });
+                             [this](const QString &text) { parseSignalMapFile(text); });
 }
 
-void BusFileDataManager::parseSignalMapFile(QIODevice &device)
+void BusFileDataManager::parseSignalMapFile(const QString &text)
 {
     for (int dir = BusInput; dir <= BusOutput; ++dir) {
         readMapList[dir].clear();
@@ -91,8 +84,9 @@ void BusFileDataManager::parseSignalMapFile(QIODevice &device)
         busMap[dir].clear();
     }
     configio::readSectionRows(
-            device, systemInputMarker, systemOutputMarker,
-            [this](BiBo dir, const QString &row, int) { parseSignalMap(row, readMapList[dir]); });
+            text, systemInputMarker, systemOutputMarker, [this](BiBo dir, QStringView row, int) {
+                readMapList[dir].append(signalmapfile::parseRow(configio::LineWords(row)));
+            });
     for (int dir = BusInput; dir <= BusOutput; ++dir) {
         mapList[dir] = readMapList[dir];
         parseSignalMapByBus(readMapList[dir], busMap[dir]);
@@ -134,8 +128,7 @@ bool BusFileDataManager::isBusKey(const QString &bus) const
 
 QString BusFileDataManager::insertSignalMapCfg(QString value, int widthKind)
 {
-    const int width = widthKind == NameWidth ? 32 : widthKind == ShortWidth ? 8 : 16;
-    return configio::padRight(value, width);
+    return configio::padRight(value, columnWidth(widthKind));
 }
 
 bool BusFileDataManager::writeSendSignalMapCfg(const QString &localPath,
@@ -150,16 +143,11 @@ bool BusFileDataManager::writeSendSignalMapCfg(const QString &localPath,
         return false;
     const QVector<FuncAndMapInfo> *lists = isStandard ? mapList : writeMapList;
 
-    QByteArray bytes;
-    QTextStream out(&bytes, QIODevice::WriteOnly);
-    configio::useFileEncoding(out);
-    out << signalMapTitle << "\n\n" << systemInputMarker << '\n';
-    for (const FuncAndMapInfo &info : lists[BusInput])
-        out << signalMapLine(info, BusInput) << '\n';
-    out << '\n' << systemOutputMarker << '\n';
-    for (const FuncAndMapInfo &info : lists[BusOutput])
-        out << signalMapLine(info, BusOutput) << '\n';
-    out.flush();
+    const QByteArray bytes = configio::sectionFileBytes(
+            signalMapTitle, systemInputMarker, systemOutputMarker, [lists](QString &out, BiBo dir) {
+                for (const FuncAndMapInfo &info : lists[dir])
+                    appendSignalMapLine(out, info, dir);
+            });
     if (!configio::writeFileAtomically(localPath, bytes))
         return false;
 

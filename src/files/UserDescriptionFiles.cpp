@@ -48,7 +48,7 @@ bool BusFileDataManager::readUserDes()
     QFile file(TPU_USER_DES_XML);
     if (QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly))
         bytes = file.readAll();
-    noteEncoding(TPU_USER_DES_XML, bytes);
+    noteEncoding(TPU_USER_DES_XML, configio::isUtf8(bytes));
     pugi::xml_document doc;
     doc.load_buffer(bytes.constData(), size_t(bytes.size()), pugi::parse_pi);
     parseUserDes(doc);

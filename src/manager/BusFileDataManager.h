@@ -246,11 +246,11 @@ private:
     bool openFileLocal(QFile &file);
     // Opens a local text file with openFileLocal and hands it to `parse`;
     // false when it cannot be opened or is empty.
-    bool readLocalTextFile(const QString &path, const std::function<void(QIODevice &)> &parse);
+    bool readLocalTextFile(const QString &path, const std::function<void(const QString &)> &parse);
     // Text that is not UTF-8 cannot pass through a QString unchanged: a file read
     // with such bytes is remembered, and writing it back is refused with a message
     // (true) instead of replacing them.
-    void noteEncoding(const QString &path, const QByteArray &bytes);
+    void noteEncoding(const QString &path, bool utf8);
     bool refuseLossyWrite(const QString &path);
 
     // ---- readers; each parse* takes bytes so that it can be fed from memory ----
@@ -270,12 +270,12 @@ private:
     bool readFuncListXmlMonitor(QStringList &paths);
 
     bool readSignalMapCfg();
-    void parseSignalMapFile(QIODevice &device);
+    void parseSignalMapFile(const QString &text);
     // Whether parseSignalMapByBus makes an entry for `bus`.
     bool isBusKey(const QString &bus) const;
 
     bool readGroupCfg();
-    void parseGroupFile(QIODevice &device);
+    void parseGroupFile(const QString &text);
     void setModifyGroupInfo(QMap<QString, GroupInfo> &table, const GroupInfo &info);
     void setGroupBusTypeChange(const QString &oldBus, const QString &newBus);
     bool isGroupCurDataChange(const QMap<QString, GroupInfo> &current,
@@ -329,7 +329,7 @@ private:
     void addConflictData(const QString &bus);
     // Reads a mapping file's sections into the import bus maps.
     bool readImportMapFile(const QString &filePath, const QStringList &modules);
-    void parseImportMapFile(QIODevice &device, const QStringList &modules);
+    void parseImportMapFile(const QString &text, const QStringList &modules);
 
     static BusFileDataManager *_pInstance;
     static QHash<QString, QVector<FuncAndMapInfo>> imSelfCraftMapInfo;

@@ -15,6 +15,25 @@ QString padRight(const QString &value, int width)
     return value.size() >= width ? value : value.leftJustified(width, QLatin1Char(' '));
 }
 
+void appendPadded(QString &out, QStringView value, int width)
+{
+    out.append(value);
+    if (value.size() < width)
+        out.append(QString(width - int(value.size()), QLatin1Char(' ')));
+}
+
+QByteArray sectionFileBytes(const QString &title, const QString &inputMarker,
+                            const QString &outputMarker,
+                            const std::function<void(QString &, BiBo)> &appendRows)
+{
+    QString text;
+    text += title + QLatin1String("\n\n") + inputMarker + QLatin1Char('\n');
+    appendRows(text, BusInput);
+    text += QLatin1Char('\n') + outputMarker + QLatin1Char('\n');
+    appendRows(text, BusOutput);
+    return text.toUtf8();
+}
+
 QString localFolderOf(const QString &filePath)
 {
     const QString fileName = filePath.split(QLatin1Char('/')).last();
@@ -26,12 +45,6 @@ bool isUtf8(const QByteArray &bytes)
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
     QTextCodec::codecForMib(106)->toUnicode(bytes.constData(), int(bytes.size()), &state);
     return state.invalidChars == 0 && state.remainingChars == 0;
-}
-
-void useFileEncoding(QTextStream &stream)
-{
-    stream.setCodec("UTF-8");
-    stream.setGenerateByteOrderMark(false);
 }
 
 bool writeFileAtomically(const QString &path, const QByteArray &bytes)
@@ -69,18 +82,63 @@ pugi::xml_parse_result loadXml(pugi::xml_document &doc, const QString &path, uns
     return doc.load_file(QFile::encodeName(path).constData(), options, pugi::encoding_auto);
 }
 
-void readSectionRows(QIODevice &device, const QString &inputMarker, const QString &outputMarker,
-                     const std::function<void(BiBo, const QString &, int)> &onRow)
+QString decodeLineFile(const QByteArray &bytes, bool *utf8)
 {
-    QTextStream stream(&device);
-    useFileEncoding(stream);
+    QTextCodec::ConverterState state;
+    QString text =
+            QTextCodec::codecForMib(106)->toUnicode(bytes.constData(), int(bytes.size()), &state);
+    if (utf8)
+        *utf8 = state.invalidChars == 0 && state.remainingChars == 0;
+    if (text.contains(QLatin1Char('\r')))
+        text.remove(QLatin1Char('\r'));
+    return text;
+}
+
+LineWords::LineWords(QStringView line)
+{
+    const QChar *at = line.begin();
+    const QChar *const end = line.end();
+    while (at != end) {
+        while (at != end && at->isSpace())
+            ++at;
+        const QChar *const start = at;
+        while (at != end && !at->isSpace())
+            ++at;
+        if (at != start)
+            m_words.append(QStringView(start, at));
+    }
+}
+
+int LineWords::indexOf(QStringView word) const
+{
+    for (int i = 0; i < size(); ++i) {
+        if (m_words.at(i) == word)
+            return i;
+    }
+    return -1;
+}
+
+QString LineWords::after(QStringView keyword) const
+{
+    const int at = indexOf(keyword);
+    if (at < 0 || at + 1 >= size())
+        return QStringLiteral("0");
+    return m_words.at(at + 1).toString();
+}
+
+void readSectionRows(const QString &text, const QString &inputMarker, const QString &outputMarker,
+                     const std::function<void(BiBo, QStringView, int)> &onRow)
+{
     bool inSection = false;
     BiBo section = BusInput;
-    QString line;
     int lineNumber = 0;
-    while (stream.readLineInto(&line)) {
+    for (qsizetype start = 0; start < text.size();) {
+        qsizetype end = text.indexOf(QLatin1Char('\n'), start);
+        if (end < 0)
+            end = text.size();
         ++lineNumber;
-        const QString row = line.trimmed();
+        const QStringView row = QStringView(text).mid(start, end - start).trimmed();
+        start = end + 1;
         if (row.isEmpty())
             continue;
         if (row.contains(inputMarker)) {

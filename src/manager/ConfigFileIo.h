@@ -6,18 +6,27 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringView>
+#include <QVarLengthArray>
 
 #include <pugixml.hpp>
 
 #include <functional>
 
-class QIODevice;
-class QTextStream;
-
 namespace configio {
 
 // `value` with blanks appended up to `width`; a longer value stays whole.
 QString padRight(const QString &value, int width);
+// Appends padRight(value, width) to `out`.
+void appendPadded(QString &out, QStringView value, int width);
+
+// The bytes of a two-section line file, UTF-8 without byte-order mark: the
+// title, a blank line, the input marker and rows, a blank line, the output
+// marker and rows. `appendRows` appends the rows of a direction, each ending
+// with a line feed.
+QByteArray sectionFileBytes(const QString &title, const QString &inputMarker,
+                            const QString &outputMarker,
+                            const std::function<void(QString &, BiBo)> &appendRows);
 
 // The folder that holds a local file: the path with every occurrence of the
 // file name removed, so a folder bearing the file's own name loses it too.
@@ -40,8 +49,28 @@ bool retry(int attempts, Attempt attempt, AfterFailure afterFailure)
 // True when `bytes` are valid UTF-8 throughout.
 bool isUtf8(const QByteArray &bytes);
 
-// Sets the encoding of the line-oriented files: UTF-8 without byte-order mark.
-void useFileEncoding(QTextStream &stream);
+// The text of a line-oriented file as its readers see it: decoded from UTF-8
+// (bytes that are not become U+FFFD, a leading byte-order mark is dropped)
+// and every carriage return removed, as reading in text mode does. `utf8`
+// learns whether all bytes were UTF-8.
+QString decodeLineFile(const QByteArray &bytes, bool *utf8 = nullptr);
+
+// The words of a line: the runs of characters that are not white space, as
+// splitting the simplified line at blanks gives them. Views into the line.
+class LineWords
+{
+public:
+    explicit LineWords(QStringView line);
+
+    int size() const { return int(m_words.size()); }
+    QStringView at(int i) const { return m_words.at(i); }
+    int indexOf(QStringView word) const;
+    // The word after the first word equal to `keyword`; "0" when there is none.
+    QString after(QStringView keyword) const;
+
+private:
+    QVarLengthArray<QStringView, 16> m_words;
+};
 
 // Replaces `path` by `bytes` atomically: readers never see a half-written file,
 // and a failed write keeps the earlier file.
@@ -56,11 +85,11 @@ bool saveXml(const pugi::xml_document &doc, const QString &path, const char *ind
 // is loaded: anything else fails as a file that cannot be opened.
 pugi::xml_parse_result loadXml(pugi::xml_document &doc, const QString &path, unsigned int options);
 
-// Walks a two-section line file ("#System_Input:"/"#System_Output:" and alike):
-// every trimmed non-empty line after a section marker goes to `onRow` with the
-// section's direction and its 1-based line number; lines before the first
-// marker are ignored.
-void readSectionRows(QIODevice &device, const QString &inputMarker, const QString &outputMarker,
-                     const std::function<void(BiBo, const QString &, int)> &onRow);
+// Walks the text of a two-section line file ("#System_Input:"/"#System_Output:"
+// and alike): every trimmed non-empty line after a section marker goes to
+// `onRow` with the section's direction and its 1-based line number; lines
+// before the first marker are ignored.
+void readSectionRows(const QString &text, const QString &inputMarker, const QString &outputMarker,
+                     const std::function<void(BiBo, QStringView, int)> &onRow);
 
 } // namespace configio

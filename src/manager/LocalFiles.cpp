@@ -6,7 +6,6 @@
 #include "RbxInterface.h"
 #include "UserMessage.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -73,23 +72,22 @@ bool BusFileDataManager::openFileLocal(QFile &file)
 }
 
 bool BusFileDataManager::readLocalTextFile(const QString &path,
-                                           const std::function<void(QIODevice &)> &parse)
+                                           const std::function<void(const QString &)> &parse)
 {
     curFilePath = path;
     QFile file(path);
     if (!openFileLocal(file))
         return false;
-    QByteArray bytes = file.readAll();
-    noteEncoding(path, bytes);
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly | QIODevice::Text);
-    parse(buffer);
+    bool utf8 = true;
+    const QString text = configio::decodeLineFile(file.readAll(), &utf8);
+    noteEncoding(path, utf8);
+    parse(text);
     return true;
 }
 
-void BusFileDataManager::noteEncoding(const QString &path, const QByteArray &bytes)
+void BusFileDataManager::noteEncoding(const QString &path, bool utf8)
 {
-    if (configio::isUtf8(bytes)) {
+    if (utf8) {
         notUtf8Files.remove(path);
         return;
     }

@@ -8,17 +8,20 @@
 
 bool BusFileDataManager::readImportMapFile(const QString &filePath, const QStringList &modules)
 {
-    return readLocalTextFile(filePath, [&](QIODevice &file) { parseImportMapFile(file, modules); });
+    return readLocalTextFile(filePath,
+                             [&](const QString &text) { parseImportMapFile(text, modules); });
 }
 
-void BusFileDataManager::parseImportMapFile(QIODevice &device, const QStringList &modules)
+void BusFileDataManager::parseImportMapFile(const QString &text, const QStringList &modules)
 {
     imModuleList = modules;
     imBusMap[BusInput].clear();
     imBusMap[BusOutput].clear();
-    configio::readSectionRows(
-            device, QStringLiteral("#System_Input:"), QStringLiteral("#System_Output:"),
-            [this](BiBo dir, const QString &row, int) { getImBusMapInfo(row, imBusMap[dir]); });
+    configio::readSectionRows(text, QStringLiteral("#System_Input:"),
+                              QStringLiteral("#System_Output:"),
+                              [this](BiBo dir, QStringView row, int) {
+                                  getImBusMapInfo(row.toString(), imBusMap[dir]);
+                              });
 }
 
 bool BusFileDataManager::copyMapBackup()
