@@ -73,12 +73,12 @@ QByteArray groupFile(const QVector<GroupInfo> (&groups)[2])
                 if (group.type == QLatin1String(kind.type))
                     table.append(group);
             }
-            std::sort(table.begin(), table.end(), [](const GroupInfo &a, const GroupInfo &b) {
-                return a.address < b.address;
-            });
+            std::sort(table.begin(), table.end(),
+                      [](const GroupInfo &a, const GroupInfo &b) { return a.address < b.address; });
             for (const GroupInfo &g : table) {
-                text += QStringLiteral("    -Type ") + pad(g.type, 16) + QStringLiteral(" -Address ")
-                        + pad(g.address, 16) + QStringLiteral(" -FieldBus ") + pad(g.fieldBus, 16)
+                text += QStringLiteral("    -Type ") + pad(g.type, 16)
+                        + QStringLiteral(" -Address ") + pad(g.address, 16)
+                        + QStringLiteral(" -FieldBus ") + pad(g.fieldBus, 16)
                         + QStringLiteral(" -DeviceMap ")
                         + pad(g.deviceMapHead + QLatin1Char('-') + g.deviceMapTail, 16)
                         + QLatin1Char('\n');
@@ -106,7 +106,8 @@ QString userAreas(const char *record, const int (&sizes)[3])
     for (int a = 0; a < 3; ++a) {
         text += QStringLiteral("\t\t<%1>\n").arg(QLatin1String(areas[a]))
                 + areaEntry("Input", sizes[a]) + areaEntry("Output", sizes[a])
-                + areaEntry("Reserve", 0) + QStringLiteral("\t\t</%1>\n").arg(QLatin1String(areas[a]));
+                + areaEntry("Reserve", 0)
+                + QStringLiteral("\t\t</%1>\n").arg(QLatin1String(areas[a]));
     }
     return text + QStringLiteral("\t</%1>\n").arg(QLatin1String(record));
 }
@@ -143,9 +144,11 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
     QHash<QString, int> next[2][3];
     int groupsUsed[2][3] = {};
     const QString fidbus = QStringLiteral("/application/fidbus/");
-    QString functionInfo = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<FunctionInfo>\n");
+    QString functionInfo =
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<FunctionInfo>\n");
     QString appParameters = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<root>\n");
-    QString descriptions = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<BioUserDescription>\n");
+    QString descriptions =
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<BioUserDescription>\n");
 
     for (int m = 0; m < moduleCount; ++m) {
         const QString number = QStringLiteral("%1").arg(m, 4, 10, QLatin1Char('0'));
@@ -158,13 +161,17 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
                                .arg(module);
         for (int dir = 0; dir < 2; ++dir) {
             const QString way = dir == BusInput ? QStringLiteral("in") : QStringLiteral("out");
-            list += dir == BusInput ? QStringLiteral("\t<Input>\n") : QStringLiteral("\t<Output>\n");
+            list += dir == BusInput ? QStringLiteral("\t<Input>\n")
+                                    : QStringLiteral("\t<Output>\n");
             for (int k = 0; k < functionsPerDirection; ++k) {
                 FuncAndMapInfo row;
                 row.module = module;
-                row.name = QStringLiteral("m%1_%2_%3").arg(number, way).arg(k, 2, 10, QLatin1Char('0'));
+                row.name = QStringLiteral("m%1_%2_%3")
+                                   .arg(number, way)
+                                   .arg(k, 2, 10, QLatin1Char('0'));
                 row.fieldBus = bus;
-                row.filterTime = dir == BusInput && k % 4 == 3 ? QStringLiteral("20") : QStringLiteral("0");
+                row.filterTime =
+                        dir == BusInput && k % 4 == 3 ? QStringLiteral("20") : QStringLiteral("0");
                 row.invert = k % 7 == 5 ? QStringLiteral("1") : QStringLiteral("0");
                 int area = k < boolFunctions ? 0 : k < boolFunctions + 2 ? 1 : 2;
                 row.type = QLatin1String(area == 0 ? "bool" : area == 1 ? "int" : "float");
@@ -206,7 +213,8 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
                                 .arg(row.name, row.name.mid(1), row.type);
                 tree.mappings[dir].append(row);
             }
-            list += dir == BusInput ? QStringLiteral("\t</Input>\n") : QStringLiteral("\t</Output>\n");
+            list += dir == BusInput ? QStringLiteral("\t</Input>\n")
+                                    : QStringLiteral("\t</Output>\n");
         }
         list += QStringLiteral("</FunctionList>\n");
         writeFile(tree.controllerDir() + listPath, list.toUtf8());
@@ -223,12 +231,14 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
                                 .arg(module);
     }
 
-    QString config = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<FieldBus_Config>\n");
+    QString config =
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<FieldBus_Config>\n");
     for (const Bus &b : buses) {
         const QString bus = QLatin1String(b.shortName);
         int sizes[3];
         for (int area = 0; area < 3; ++area) {
-            const int used = qMax(next[BusInput][area].value(bus), next[BusOutput][area].value(bus));
+            const int used =
+                    qMax(next[BusInput][area].value(bus), next[BusOutput][area].value(bus));
             sizes[area] = 2 * used + 64;
         }
         config += userAreas(b.record, sizes);
@@ -240,11 +250,16 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
     // The Modbus TCP slave is always on and not listed.
     const QByteArray fieldbusList =
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<FieldbusSettingConfig>\n"
-            "\t<Fieldbus name=\"EtherCatSlave\" shortname=\"EthCat\">\n\t\t<enable>1</enable>\n\t</Fieldbus>\n"
-            "\t<Fieldbus name=\"EthernetIPSlave\" shortname=\"eip\">\n\t\t<enable>1</enable>\n\t</Fieldbus>\n"
-            "\t<Fieldbus name=\"ProfinetSlave\" shortname=\"pfn\">\n\t\t<enable>1</enable>\n\t</Fieldbus>\n"
-            "\t<Fieldbus name=\"DeviceNetSlave\" shortname=\"dns\">\n\t\t<enable>0</enable>\n\t</Fieldbus>\n"
-            "\t<Fieldbus name=\"FreeBus\" shortname=\"free\">\n\t\t<enable>0</enable>\n\t</Fieldbus>\n"
+            "\t<Fieldbus name=\"EtherCatSlave\" "
+            "shortname=\"EthCat\">\n\t\t<enable>1</enable>\n\t</Fieldbus>\n"
+            "\t<Fieldbus name=\"EthernetIPSlave\" "
+            "shortname=\"eip\">\n\t\t<enable>1</enable>\n\t</Fieldbus>\n"
+            "\t<Fieldbus name=\"ProfinetSlave\" "
+            "shortname=\"pfn\">\n\t\t<enable>1</enable>\n\t</Fieldbus>\n"
+            "\t<Fieldbus name=\"DeviceNetSlave\" "
+            "shortname=\"dns\">\n\t\t<enable>0</enable>\n\t</Fieldbus>\n"
+            "\t<Fieldbus name=\"FreeBus\" "
+            "shortname=\"free\">\n\t\t<enable>0</enable>\n\t</Fieldbus>\n"
             "</FieldbusSettingConfig>\n";
     const QPair<QString, QByteArray> fixed[] = {
             {QStringLiteral("fieldbus.xml"), fieldbusList},

@@ -1,6 +1,6 @@
 // The library's costs on synthetic controllers of 1,000 to 50,000 mapping rows.
 // Each file operation runs beside its floor, the least work the same files
-// demand, so that the ratio tells what the library adds. Bench/README.md says
+// demand, so that the ratio tells what the library adds. bench/README.md says
 // what each one measures.
 #include "ControllerTree.h"
 
@@ -150,7 +150,9 @@ QString readBackError(BusFileDataManager &m, const ControllerTree &tree)
         for (const char *type : {"int", "float", "string"})
             groups += m.getAllGroupInfo(BiBo(dir), QLatin1String(type)).size();
         if (groups != tree.groups[dir].size())
-            return QStringLiteral("read %1 groups, generated %2").arg(groups).arg(tree.groups[dir].size());
+            return QStringLiteral("read %1 groups, generated %2")
+                    .arg(groups)
+                    .arg(tree.groups[dir].size());
         for (const GroupInfo &g : tree.groups[dir]) {
             const GroupInfo r = m.getAllGroupInfo(BiBo(dir), g.type).value(g.address);
             if (std::tie(r.type, r.fieldBus, r.deviceMapHead, r.deviceMapTail)
@@ -171,7 +173,7 @@ QString benchRoot()
         if (!asked.isEmpty())
             return asked;
         return QFileInfo(QStringLiteral("/dev/shm")).isWritable() ? QStringLiteral("/dev/shm")
-                                                                   : QDir::tempPath();
+                                                                  : QDir::tempPath();
     }();
     static QTemporaryDir dir(parent + QStringLiteral("/fbc_bench-XXXXXX"));
     if (!dir.isValid())
@@ -184,10 +186,11 @@ std::map<std::pair<int, bool>, std::unique_ptr<Fixture>> fixtures;
 std::unique_ptr<Fixture> makeFixture(int rows, bool oneBus)
 {
     auto f = std::make_unique<Fixture>();
-    const QString root = QStringLiteral("%1/%2-%3")
-                                 .arg(benchRoot())
-                                 .arg(rows)
-                                 .arg(oneBus ? QStringLiteral("one-bus") : QStringLiteral("spread"));
+    const QString root =
+            QStringLiteral("%1/%2-%3")
+                    .arg(benchRoot())
+                    .arg(rows)
+                    .arg(oneBus ? QStringLiteral("one-bus") : QStringLiteral("spread"));
     f->tree = writeControllerTree(root, rows, oneBus);
     f->tree.enter();
     for (const QString &file : qAsConst(f->tree.controllerFiles)) {
@@ -197,7 +200,8 @@ std::unique_ptr<Fixture> makeFixture(int rows, bool oneBus)
         const qint64 size = QFileInfo(fetch.first).size();
         f->controllerBytes += size;
         // The IO monitor fetches the function information and lists once more.
-        const int times = file.contains(QLatin1String("/funclist/")) || file == RDE_FUNC_INFO_XML ? 2 : 1;
+        const int times =
+                file.contains(QLatin1String("/funclist/")) || file == RDE_FUNC_INFO_XML ? 2 : 1;
         for (int i = 0; i < times; ++i) {
             f->fetches.append(fetch);
             f->fetchedBytes += size;
@@ -269,8 +273,7 @@ struct LineFile
 };
 
 const LineFile signalMapping{TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG,
-                             &BusFileDataManager::readSignalMapCfg,
-                             [](BusFileDataManager &m) {
+                             &BusFileDataManager::readSignalMapCfg, [](BusFileDataManager &m) {
                                  return m.writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG,
                                                                 RDE_SIGNAL_MAP_CFG);
                              }};
@@ -450,7 +453,8 @@ std::vector<Probe> probes(const ControllerTree &tree, Validator v)
         const QVector<FuncAndMapInfo> &rows = tree.mappings[p.dir];
         const FuncAndMapInfo &row = rows.at(int(j * 7919LL % rows.size()));
         // Each module's first 21 functions are bool signals on its bus.
-        const FuncAndMapInfo &boolRow = rows.at(int(j * 104729LL % (rows.size() / 25)) * 25 + j % 21);
+        const FuncAndMapInfo &boolRow =
+                rows.at(int(j * 104729LL % (rows.size() / 25)) * 25 + j % 21);
         const int boolAddress = boolRow.address.toInt();
         const GroupInfo &group = tree.groups[p.dir].at(int(j * 1009LL % tree.groups[p.dir].size()));
         const QString groupBus = group.fieldBus.toLower();
@@ -460,17 +464,20 @@ std::vector<Probe> probes(const ControllerTree &tree, Validator v)
         case AddressValid:
             p.bus = p.hit ? row.fieldBus : boolRow.fieldBus;
             p.type = p.hit ? row.type : QStringLiteral("bool");
-            p.number = p.hit ? row.address.toInt() : tree.freeBool[p.dir].value(boolRow.fieldBus) + j;
+            p.number =
+                    p.hit ? row.address.toInt() : tree.freeBool[p.dir].value(boolRow.fieldBus) + j;
             break;
         case GroupAddrValid:
             p.bus = p.hit ? boolRow.fieldBus : groupBus;
-            p.range = p.hit ? QStringLiteral("%1,%2").arg(qMax(0, boolAddress - 2)).arg(boolAddress + 2)
-                            : groupRange;
+            p.range = p.hit
+                    ? QStringLiteral("%1,%2").arg(qMax(0, boolAddress - 2)).arg(boolAddress + 2)
+                    : groupRange;
             break;
         case AddressGroupValid:
             // A miss is a bool row's address, or a group's own range while it is edited.
             p.bus = p.hit || j % 4 == 3 ? groupBus : boolRow.fieldBus;
-            p.type = p.hit || j % 4 == 3 ? group.type : QString::fromLatin1(j % 3 ? "int" : "float");
+            p.type =
+                    p.hit || j % 4 == 3 ? group.type : QString::fromLatin1(j % 3 ? "int" : "float");
             p.groupNumber = j % 4 == 3 ? group.address : QStringLiteral("no");
             p.range = p.hit || j % 4 == 3 ? groupRange : QStringLiteral("%1,-1").arg(boolAddress);
             break;
@@ -492,7 +499,8 @@ void validatorBench(State &state, Fixture &f, Validator v)
     for (size_t i = 0; i < calls.size(); ++i) {
         if (found(v, ask(m, v, calls[i])) != calls[i].hit) {
             const QString error =
-                    QStringLiteral("validator probe %1 answers otherwise than the tree says").arg(i);
+                    QStringLiteral("validator probe %1 answers otherwise than the tree says")
+                            .arg(i);
             state.SkipWithError(qPrintable(error));
             return;
         }
@@ -513,7 +521,8 @@ void firstCallAfterEdit(State &state, Fixture &f)
 {
     BusFileDataManager &m = *f.manager;
     const QVector<FuncAndMapInfo> &rows = f.tree.mappings[BusInput];
-    FuncAndMapInfo row = rows.at(rows.size() / 50 * 25); // the first bool signal of the middle module
+    FuncAndMapInfo row =
+            rows.at(rows.size() / 50 * 25); // the first bool signal of the middle module
     const QString home = row.address;
     const QString away = QString::number(f.tree.freeBool[BusInput].value(row.fieldBus));
     for (auto _ : state) {
@@ -547,7 +556,8 @@ void setMapInfoBench(State &state, Fixture &f)
             edit.address = QString::number(edit.address.toInt() + 1);
             break;
         case 1:
-            edit.invert = edit.invert == QLatin1String("1") ? QStringLiteral("0") : QStringLiteral("1");
+            edit.invert =
+                    edit.invert == QLatin1String("1") ? QStringLiteral("0") : QStringLiteral("1");
             break;
         case 2:
             edit.address = QStringLiteral("-1");
@@ -594,7 +604,8 @@ void importBench(State &state, Fixture &f)
             left += rows.size();
     }
     if (BusFileDataManager::_isIllegalImportMap || collisions != backup.colliding
-        || remapped != backup.remapped || left != backup.colliding + backup.remapped + backup.added) {
+        || remapped != backup.remapped
+        || left != backup.colliding + backup.remapped + backup.added) {
         state.SkipWithError("the import finds otherwise than the backup was made");
         return;
     }
@@ -638,32 +649,37 @@ benchmark::internal::Benchmark *add(const std::string &name, int rows, const Bod
     return b;
 }
 
+// An operation and its floor, one beside the other.
+void addWithFloor(const std::string &name, int rows, const Body &body, const Body &floor,
+                  Options options = {})
+{
+    add(name, rows, body, options);
+    add(name + "_floor", rows, floor);
+}
+
 void registerBenchmarks()
 {
     const int sizes[] = {1000, 10000, 50000};
-    const std::pair<const char *, const LineFile *> files[] = {{"signal_mapping", &signalMapping},
-                                                               {"group_io", &groupIo}};
+    const std::pair<std::string, const LineFile *> files[] = {{"signal_mapping", &signalMapping},
+                                                              {"group_io", &groupIo}};
     for (const auto &file : files) {
         const LineFile &lf = *file.second;
         for (int rows : sizes) {
-            add(std::string("read_") + file.first, rows, [&lf](State &s, Fixture &f) { readFile(s, f, lf); });
-            add(std::string("read_") + file.first + "_floor", rows,
-                [&lf](State &s, Fixture &f) { readFileFloor(s, f, lf); });
+            addWithFloor(
+                    "read_" + file.first, rows, [&lf](State &s, Fixture &f) { readFile(s, f, lf); },
+                    [&lf](State &s, Fixture &f) { readFileFloor(s, f, lf); });
         }
         for (int rows : sizes) {
-            add(std::string("write_") + file.first, rows, [&lf](State &s, Fixture &f) { writeFile(s, f, lf); });
-            add(std::string("write_") + file.first + "_floor", rows,
-                [&lf](State &s, Fixture &f) { writeFileFloor(s, f, lf); });
+            addWithFloor(
+                    "write_" + file.first, rows,
+                    [&lf](State &s, Fixture &f) { writeFile(s, f, lf); },
+                    [&lf](State &s, Fixture &f) { writeFileFloor(s, f, lf); });
         }
     }
-    for (int rows : sizes) {
-        add("startup", rows, startUpBench, {true});
-        add("startup_floor", rows, startUpFloor);
-    }
-    for (int rows : sizes) {
-        add("check", rows, checkBench);
-        add("check_floor", rows, checkFloor);
-    }
+    for (int rows : sizes)
+        addWithFloor("startup", rows, startUpBench, startUpFloor, {true});
+    for (int rows : sizes)
+        addWithFloor("check", rows, checkBench, checkFloor);
     const std::pair<const char *, Validator> validators[] = {
             {"isAddressValid", AddressValid},
             {"isGroupAddrValid", GroupAddrValid},
