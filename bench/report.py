@@ -32,7 +32,7 @@ def mark(value, limit):
 def main(path):
     with open(path) as f:
         data = json.load(f)
-    medians, errors = {}, []
+    medians, spreads, errors = {}, {}, []
     for b in data["benchmarks"]:
         # "read_group_io/1000/real_time" -> ("read_group_io", 1000)
         op, rows = re.match(r"([^/]+)/(\d+)", b["run_name"]).groups()
@@ -40,20 +40,26 @@ def main(path):
             errors.append(f"{op}/{rows}: {b['error_message']}")
         elif b.get("aggregate_name", "median") == "median":
             medians[(op, int(rows))] = b["real_time"] * UNITS[b["time_unit"]]
+        elif b["aggregate_name"] == "cv":
+            spreads[(op, int(rows))] = f"±{b['real_time'] * 100:.0f}%"
 
-    print(f"{'operation':28} {'rows':>6} {'median':>10} {'floor':>10} {'ratio':>7}  target")
+    # The spread is the coefficient of variation over the repetitions.
+    print(f"{'operation':28} {'rows':>6} {'median':>10} {'spread':>6} {'floor':>10} {'ratio':>7}  target")
     for (op, rows), t in medians.items():
         if op.endswith("_floor"):
             continue
+        spread = spreads.get((op, rows), "")
         floor = medians.get((op + "_floor", rows))
         if floor:
             limit = target(op, RATIO_TARGETS)
             goal = f"{mark(t / floor, limit)} (≤{limit}x)" if limit else ""
-            print(f"{op:28} {rows:6} {show(t):>10} {show(floor):>10} {t / floor:6.2f}x  {goal}")
+            ratio = f"{t / floor:6.2f}x"
         else:
             limit = target(op, TIME_TARGETS)
             goal = f"{mark(t, limit)} (≤{show(limit)})" if limit else ""
-            print(f"{op:28} {rows:6} {show(t):>10} {'':>10} {'':>7}  {goal}")
+            ratio = ""
+        floor = show(floor) if floor else ""
+        print(f"{op:28} {rows:6} {show(t):>10} {spread:>6} {floor:>10} {ratio:>7}  {goal}")
 
     print(f"\n{'scaling':28} {'10k/1k':>8} {'50k/10k/5':>10}  target ≤12 and ≤1.2")
     for op in dict.fromkeys(op for op, _ in medians if not op.endswith("_floor")):
