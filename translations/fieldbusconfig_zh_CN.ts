@@ -24,6 +24,10 @@ simultaneous activation of multiple protocols.
         <translation>读取文件失败：%1！</translation>
     </message>
     <message>
+        <source>%1 holds bytes that are not UTF-8 text. It was not written, so that they are not lost: correct the file on the controller first.</source>
+        <translation>%1 含有非 UTF-8 文本的字节。为避免这些字节丢失，未写入该文件：请先在控制器上修正该文件。</translation>
+    </message>
+    <message>
         <source>%1 is in editing mode,
  please exit and try again!</source>
         <translation>%1 正处于编辑模式，

@@ -310,6 +310,9 @@ private:
     // ---- import ----
     void getImBusMapInfo(const QString &line, QMap<QString, QVector<FuncAndMapInfo>> &map);
     void delIllegalBusMap();
+    // Removes the import rows `refused` holds for, noting an illegal import.
+    template<typename Refused>
+    void dropRows(QVector<FuncAndMapInfo> &rows, Refused refused);
     void delNonExistBusType(QMap<QString, QVector<FuncAndMapInfo>> &map);
     void delOutOfRangeAddrs(BiBo dir, QMap<QString, QVector<FuncAndMapInfo>> &map);
     void delNonExistBusGroupId(BiBo dir, QMap<QString, QVector<FuncAndMapInfo>> &map);

@@ -65,6 +65,17 @@ void BusFileDataManager::getImBusMapInfo(const QString &line,
     map[row.fieldBus].append(row);
 }
 
+template<typename Refused>
+void BusFileDataManager::dropRows(QVector<FuncAndMapInfo> &rows, Refused refused)
+{
+    // One pass keeps the order and stays linear however many rows go.
+    const auto kept = std::remove_if(rows.begin(), rows.end(), refused);
+    if (kept == rows.end())
+        return;
+    rows.erase(kept, rows.end());
+    _isIllegalImportMap = true;
+}
+
 void BusFileDataManager::delIllegalBusMap()
 {
     _isIllegalImportMap = false;
@@ -106,15 +117,11 @@ void BusFileDataManager::delOutOfRangeAddrs(BiBo dir, QMap<QString, QVector<Func
     for (auto it = map.begin(); it != map.end(); ++it) {
         if (it.key().contains(QLatin1String("group")))
             continue;
-        QVector<FuncAndMapInfo> &rows = it.value();
-        for (int i = rows.size() - 1; i >= 0; --i) {
-            const int size = getBusNum(it.key(), dir, rows.at(i).type);
-            const int address = rows.at(i).address.toInt(nullptr, 10);
-            if (address < 0 || address > size - 1) {
-                rows.remove(i);
-                _isIllegalImportMap = true;
-            }
-        }
+        dropRows(it.value(), [&](const FuncAndMapInfo &row) {
+            const int size = getBusNum(it.key(), dir, row.type);
+            const int address = row.address.toInt(nullptr, 10);
+            return address < 0 || address > size - 1;
+        });
     }
 }
 
@@ -124,15 +131,10 @@ void BusFileDataManager::delNonExistBusGroupId(BiBo dir,
     for (auto it = map.begin(); it != map.end(); ++it) {
         if (!it.key().contains(QLatin1String("group")))
             continue;
-        QVector<FuncAndMapInfo> &rows = it.value();
-        for (int i = rows.size() - 1; i >= 0; --i) {
-            const FuncAndMapInfo &row = rows.at(i);
-            if (!isOk(isGroupIdExist(it.key(), dir, row.type, row.address.toInt(nullptr, 10),
-                                     true))) {
-                rows.remove(i);
-                _isIllegalImportMap = true;
-            }
-        }
+        dropRows(it.value(), [&](const FuncAndMapInfo &row) {
+            return !isOk(
+                    isGroupIdExist(it.key(), dir, row.type, row.address.toInt(nullptr, 10), true));
+        });
     }
 }
 
@@ -146,20 +148,17 @@ void BusFileDataManager::delConflictBusGroupAddr(BiBo dir,
     for (auto it = map.begin(); it != map.end(); ++it) {
         if (it.key().contains(QLatin1String("group")))
             continue;
-        QVector<FuncAndMapInfo> &rows = it.value();
-        for (int i = rows.size() - 1; i >= 0; --i) {
-            if (!fieldbusnames::isBoolType(rows.at(i).type))
-                continue;
+        dropRows(it.value(), [&](const FuncAndMapInfo &row) {
+            if (!fieldbusnames::isBoolType(row.type))
+                return false;
             // Only a first address: is the row's address inside a group's range?
-            const QString range = rows.at(i).address + QStringLiteral(",-1");
-            for (const QString &groupType : groupTypes) {
-                if (!isOk(isAddressGroupValid(it.key(), dir, groupType, noGroup, range, true))) {
-                    rows.remove(i);
-                    _isIllegalImportMap = true;
-                    break;
-                }
-            }
-        }
+            const QString range = row.address + QStringLiteral(",-1");
+            return std::any_of(std::begin(groupTypes), std::end(groupTypes),
+                               [&](const QString &groupType) {
+                                   return !isOk(isAddressGroupValid(it.key(), dir, groupType,
+                                                                    noGroup, range, true));
+                               });
+        });
     }
 }
 
