@@ -6,6 +6,7 @@
 #include "FileFormats.h"
 
 #include <QHash>
+#include <QVarLengthArray>
 
 namespace {
 
@@ -110,12 +111,19 @@ void BusFileDataManager::parseSignalMapByBus(const QVector<FuncAndMapInfo> &list
     for (const QString &shortName : qAsConst(busShortNames))
         addKey(shortName);
 
+    // Rows of one bus mostly follow each other: their keys are looked up once per run.
+    const QString *runBus = nullptr;
+    QVarLengthArray<QVector<FuncAndMapInfo> *, 4> runTargets;
     for (const FuncAndMapInfo &info : list) {
-        const auto keys = keysByFolded.constFind(info.fieldBus.toCaseFolded());
-        if (keys == keysByFolded.constEnd())
-            continue;
-        for (const QString &key : *keys)
-            byBus[key].append(info);
+        if (!runBus || *runBus != info.fieldBus) {
+            runBus = &info.fieldBus;
+            runTargets.clear();
+            const auto keys = keysByFolded.constFind(info.fieldBus.toCaseFolded());
+            for (const QString &key : keys == keysByFolded.constEnd() ? QStringList() : *keys)
+                runTargets.append(&byBus[key]);
+        }
+        for (QVector<FuncAndMapInfo> *rows : runTargets)
+            rows->append(info);
     }
 }
 

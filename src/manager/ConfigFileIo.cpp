@@ -6,6 +6,7 @@
 #include <QTextCodec>
 #include <QTextStream>
 
+#include <algorithm>
 #include <sstream>
 
 namespace configio {
@@ -17,9 +18,10 @@ QString padRight(const QString &value, int width)
 
 void appendPadded(QString &out, QStringView value, int width)
 {
+    static const QString blanks(64, QLatin1Char(' '));
     out.append(value);
-    if (value.size() < width)
-        out.append(QString(width - int(value.size()), QLatin1Char(' ')));
+    for (int missing = width - int(value.size()); missing > 0; missing -= blanks.size())
+        out.append(blanks.constData(), std::min(missing, int(blanks.size())));
 }
 
 QByteArray sectionFileBytes(const QString &title, const QString &inputMarker,

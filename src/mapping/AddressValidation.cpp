@@ -71,8 +71,11 @@ QString BusFileDataManager::isAddressValid(const QString &bus, BiBo dir, QString
     if (!rows)
         return okText;
     // The rows at the address, in table order.
-    for (const int position : rows->rowsAt.value(address)) {
-        const FuncAndMapInfo &row = indexes->mappings[index].row(position);
+    const auto at = std::equal_range(
+            rows->byAddress.cbegin(), rows->byAddress.cend(), std::pair(address, 0),
+            [](const auto &a, const auto &b) { return a.first < b.first; });
+    for (auto it = at.first; it != at.second; ++it) {
+        const FuncAndMapInfo &row = indexes->mappings[index].row(it->second);
         if (row.type.contains(type, Qt::CaseInsensitive))
             return getCurLanguageModuName(row.module);
     }
@@ -171,18 +174,12 @@ void BusFileDataManager::addConflictData(const QString &bus)
     // Each name's address is that of its last row on the bus, the group key's
     // rows coming after the bus's own.
     const QString groupKey = fieldbusnames::groupKey(bus);
-    const validation::BusSignals *tables[2][2] = {
-            {indexedSignals(BusInput, bus), indexedSignals(BusInput, groupKey)},
-            {indexedSignals(BusOutput, bus), indexedSignals(BusOutput, groupKey)}};
-    const auto lastAddress = [&tables](int dir, const QString &name, int *address) {
-        for (const validation::BusSignals *rows : {tables[dir][1], tables[dir][0]}) {
-            if (!rows)
-                continue;
-            const auto it = rows->lastAddressByName.constFind(name);
-            if (it != rows->lastAddressByName.cend()) {
-                *address = it.value();
+    const auto lastAddress = [&](int dir, const QString &name, int *address) {
+        validation::SignalIndex &index = indexes->mappings[dir];
+        for (const QString &key : {groupKey, bus}) {
+            const validation::BusSignals *rows = indexedSignals(dir, key);
+            if (rows && index.lastAddress(*rows, name, address))
                 return true;
-            }
         }
         return false;
     };

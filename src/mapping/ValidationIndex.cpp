@@ -44,19 +44,20 @@ namespace {
 BusSignals indexBus(const QVector<FuncAndMapInfo> &table, const QVector<int> &positions)
 {
     BusSignals bus;
-    QMap<int, int> firstBoolAt; // address -> first position
-    for (const int position : positions) {
-        const FuncAndMapInfo &row = table.at(position);
-        const int address = row.address.toInt(nullptr, 10);
-        bus.rowsAt[address].append(position);
-        bus.lastAddressByName.insert(row.name, address);
-        if (fieldbusnames::holdsBool(row.type) && !firstBoolAt.contains(address))
-            firstBoolAt.insert(address, position);
-    }
+    bus.positions = positions;
+    bus.byAddress.reserve(size_t(positions.size()));
+    for (const int position : positions)
+        bus.byAddress.emplace_back(table.at(position).address.toInt(nullptr, 10), position);
+    std::sort(bus.byAddress.begin(), bus.byAddress.end());
+
+    // The first bool row of each address comes first among its address's entries.
     QVector<int> firsts;
-    for (auto at = firstBoolAt.cbegin(); at != firstBoolAt.cend(); ++at) {
-        bus.boolAddresses.append(at.key());
-        firsts.append(at.value());
+    for (const auto &[address, position] : bus.byAddress) {
+        if (!fieldbusnames::holdsBool(table.at(position).type)
+            || (!bus.boolAddresses.isEmpty() && bus.boolAddresses.constLast() == address))
+            continue;
+        bus.boolAddresses.append(address);
+        firsts.append(position);
     }
     bus.firstBool.append(firsts);
     for (int width = 1; 2 * width <= firsts.size(); width *= 2) {
@@ -77,6 +78,7 @@ void SignalIndex::refresh(const QVector<FuncAndMapInfo> &table)
         return;
     m_table = table;
     m_buses.clear();
+    m_lastAddresses.clear();
 
     // Positions by bus first: rows of one bus mostly follow each other and
     // share their text, so the bus is folded once per run.
@@ -99,6 +101,24 @@ const BusSignals *SignalIndex::bus(const QString &bus) const
 {
     const auto it = m_buses.constFind(bus.toCaseFolded());
     return it == m_buses.cend() ? nullptr : &it.value();
+}
+
+bool SignalIndex::lastAddress(const BusSignals &bus, const QString &name, int *address)
+{
+    auto made = m_lastAddresses.find(&bus);
+    if (made == m_lastAddresses.end()) {
+        QHash<QString, int> addresses;
+        for (const int position : bus.positions) {
+            const FuncAndMapInfo &row = m_table.at(position);
+            addresses.insert(row.name, row.address.toInt(nullptr, 10));
+        }
+        made = m_lastAddresses.insert(&bus, addresses);
+    }
+    const auto it = made->constFind(name);
+    if (it == made->cend())
+        return false;
+    *address = it.value();
+    return true;
 }
 
 void GroupIndex::refresh(const QMap<QString, GroupInfo> &table)

@@ -6,6 +6,9 @@
 #include <QMap>
 #include <QVector>
 
+#include <utility>
+#include <vector>
+
 // Lookups the validators answer from, so that a call costs microseconds however
 // large the tables are. Each index keeps a shallow copy of the table it was
 // built from: any change to the table detaches the table from that copy (Qt's
@@ -20,14 +23,14 @@ QString foldedKey(const QString &text);
 // The signals of one bus in one mapping table.
 struct BusSignals
 {
-    // Table positions by address (base-10 toInt), in table order.
-    QHash<int, QVector<int>> rowsAt;
+    // Table positions of the bus's rows, in table order.
+    QVector<int> positions;
+    // (address by base-10 toInt, table position) of every row, ascending.
+    std::vector<std::pair<int, int>> byAddress;
     // Distinct addresses of the rows whose type holds "bool", ascending, and
     // firstBool[k][i]: the first table position among boolAddresses[i, i + 2^k).
     QVector<int> boolAddresses;
     QVector<QVector<int>> firstBool;
-    // Address (toInt) of each function name's last row.
-    QHash<QString, int> lastAddressByName;
 
     // First table position of a bool row with first <= address <= last; -1 if none.
     int firstBoolRowIn(int first, int last) const;
@@ -40,10 +43,14 @@ public:
     // The signals whose fieldbus text equals `bus` when case-folded; null for none.
     const BusSignals *bus(const QString &bus) const;
     const FuncAndMapInfo &row(int position) const { return m_table.at(position); }
+    // The address of the last row of `name` on the bus, if it has one.
+    bool lastAddress(const BusSignals &bus, const QString &name, int *address);
 
 private:
     QVector<FuncAndMapInfo> m_table;
     QHash<QString, BusSignals> m_buses;
+    // Made on first use: only the import's conflict check asks.
+    QHash<const BusSignals *, QHash<QString, int>> m_lastAddresses;
 };
 
 class GroupIndex
