@@ -35,11 +35,12 @@ QString missingKeyword(const configio::LineWords &words, const QString (&keyword
 
 void readMappings(const QByteArray &bytes, QVector<SnapshotMapping> &rows)
 {
+    configio::ColumnTexts texts;
     configio::readSectionRows(configio::decodeLineFile(bytes), QStringLiteral("#System_Input:"),
                               QStringLiteral("#System_Output:"),
-                              [&rows](BiBo dir, QStringView row, int line) {
+                              [&rows, &texts](BiBo dir, QStringView row, int line) {
                                   const configio::LineWords words(row);
-                                  rows.append({signalmapfile::parseRow(words), dir, line,
+                                  rows.append({signalmapfile::parseRow(words, texts), dir, line,
                                                missingKeyword(words, mappingKeywords)});
                               });
 }
@@ -159,11 +160,12 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
         readMappings(bytes, s.mappings);
 
     if (readBytes(s.fixedFilePath(RDE_GROUP_CFG), RDE_GROUP_CFG, bytes, s.problems)) {
+        configio::ColumnTexts texts;
         configio::readSectionRows(configio::decodeLineFile(bytes), QStringLiteral("#Group_Input:"),
                                   QStringLiteral("#Group_Output:"),
-                                  [&s](BiBo dir, QStringView row, int line) {
+                                  [&s, &texts](BiBo dir, QStringView row, int line) {
                                       const configio::LineWords words(row);
-                                      s.groups.append({groupfile::parseRow(words), dir, line,
+                                      s.groups.append({groupfile::parseRow(words, texts), dir, line,
                                                        missingKeyword(words, groupKeywords)});
                                   });
     }

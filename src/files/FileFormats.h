@@ -9,7 +9,8 @@
 
 namespace configio {
 class LineWords;
-}
+class ColumnTexts;
+} // namespace configio
 
 namespace fieldbuslist {
 
@@ -46,14 +47,14 @@ int busNum(const QHash<QString, BusAddrNumInfo> &areas, const QString &bus, BiBo
 namespace signalmapfile {
 
 // One row of the signal mapping file; missing values are "0", the bus is lower case.
-FuncAndMapInfo parseRow(const configio::LineWords &words);
+FuncAndMapInfo parseRow(const configio::LineWords &words, configio::ColumnTexts &texts);
 
 } // namespace signalmapfile
 
 namespace groupfile {
 
 // One row of the group file; missing values are "0".
-GroupInfo parseRow(const configio::LineWords &words);
+GroupInfo parseRow(const configio::LineWords &words, configio::ColumnTexts &texts);
 
 // 0 int, 1 float, 2 string (any case); -1 for any other type.
 int typeIndex(const QString &type);

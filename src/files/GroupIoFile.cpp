@@ -25,16 +25,19 @@ int typeIndex(const QString &type)
     return BusFileDataManager::getWordIndex(names, type);
 }
 
-GroupInfo parseRow(const configio::LineWords &words)
+GroupInfo parseRow(const configio::LineWords &words, configio::ColumnTexts &texts)
 {
     GroupInfo info;
-    info.type = words.after(u"-Type");
-    info.address = words.after(u"-Address");
-    info.fieldBus = words.after(u"-FieldBus");
-    const QStringList deviceMap = words.after(u"-DeviceMap").split(QLatin1Char('-'));
-    if (deviceMap.size() >= 2) {
-        info.deviceMapHead = deviceMap.at(0);
-        info.deviceMapTail = deviceMap.at(1);
+    info.type = texts.text(0, words.after(u"-Type"));
+    info.address = texts.text(1, words.after(u"-Address"));
+    info.fieldBus = texts.text(2, words.after(u"-FieldBus"));
+    const QStringView deviceMap = words.after(u"-DeviceMap");
+    const int dash = int(deviceMap.indexOf(QLatin1Char('-')));
+    if (dash >= 0) {
+        // The second part ends at a further dash, as splitting on every dash gives.
+        const QStringView tail = deviceMap.mid(dash + 1);
+        info.deviceMapHead = deviceMap.left(dash).toString();
+        info.deviceMapTail = tail.left(tail.indexOf(QLatin1Char('-'))).toString();
     }
     return info;
 }
@@ -61,9 +64,11 @@ void BusFileDataManager::parseGroupFile(const QString &text)
         for (QMap<QString, GroupInfo> &table : tables)
             table.clear();
     }
+    configio::ColumnTexts texts;
     configio::readSectionRows(
-            text, groupInputMarker, groupOutputMarker, [this](BiBo dir, QStringView row, int) {
-                const GroupInfo info = groupfile::parseRow(configio::LineWords(row));
+            text, groupInputMarker, groupOutputMarker,
+            [this, &texts](BiBo dir, QStringView row, int) {
+                const GroupInfo info = groupfile::parseRow(configio::LineWords(row), texts);
                 curGroupTables[dir][groupfile::readTypeIndex(info.type)].insert(info.address, info);
             });
     // A fresh read is also the saved state.

@@ -46,16 +46,16 @@ void appendSignalMapLine(QString &out, const FuncAndMapInfo &info, BiBo section)
 
 namespace signalmapfile {
 
-FuncAndMapInfo parseRow(const configio::LineWords &words)
+FuncAndMapInfo parseRow(const configio::LineWords &words, configio::ColumnTexts &texts)
 {
     FuncAndMapInfo info;
-    info.module = words.after(u"-Module");
-    info.name = words.after(u"-Name");
-    info.type = words.after(u"-Type");
-    info.fieldBus = words.after(u"-FieldBus").toLower();
-    info.address = words.after(u"-Address");
-    info.filterTime = words.after(u"-FilterTime");
-    info.invert = words.after(u"-Invert");
+    info.module = texts.text(0, words.after(u"-Module"));
+    info.name = texts.text(1, words.after(u"-Name"));
+    info.type = texts.text(2, words.after(u"-Type"));
+    info.fieldBus = texts.lowerText(3, words.after(u"-FieldBus"));
+    info.address = texts.text(4, words.after(u"-Address"));
+    info.filterTime = texts.text(5, words.after(u"-FilterTime"));
+    info.invert = texts.text(6, words.after(u"-Invert"));
     return info;
 }
 
@@ -63,12 +63,13 @@ FuncAndMapInfo parseRow(const configio::LineWords &words)
 
 QString BusFileDataManager::parseLineByWord(const QString &line, const QString &keyword)
 {
-    return configio::LineWords(line).after(keyword);
+    return configio::LineWords(line).after(keyword).toString();
 }
 
 void BusFileDataManager::parseSignalMap(const QString &line, QVector<FuncAndMapInfo> &out)
 {
-    out.append(signalmapfile::parseRow(configio::LineWords(line)));
+    configio::ColumnTexts texts;
+    out.append(signalmapfile::parseRow(configio::LineWords(line), texts));
 }
 
 bool BusFileDataManager::readSignalMapCfg()
@@ -84,10 +85,12 @@ void BusFileDataManager::parseSignalMapFile(const QString &text)
         mapList[dir].clear();
         busMap[dir].clear();
     }
-    configio::readSectionRows(
-            text, systemInputMarker, systemOutputMarker, [this](BiBo dir, QStringView row, int) {
-                readMapList[dir].append(signalmapfile::parseRow(configio::LineWords(row)));
-            });
+    configio::ColumnTexts texts;
+    configio::readSectionRows(text, systemInputMarker, systemOutputMarker,
+                              [this, &texts](BiBo dir, QStringView row, int) {
+                                  readMapList[dir].append(
+                                          signalmapfile::parseRow(configio::LineWords(row), texts));
+                              });
     for (int dir = BusInput; dir <= BusOutput; ++dir) {
         mapList[dir] = readMapList[dir];
         parseSignalMapByBus(readMapList[dir], busMap[dir]);

@@ -120,12 +120,29 @@ int LineWords::indexOf(QStringView word) const
     return -1;
 }
 
-QString LineWords::after(QStringView keyword) const
+QStringView LineWords::after(QStringView keyword) const
 {
     const int at = indexOf(keyword);
     if (at < 0 || at + 1 >= size())
-        return QStringLiteral("0");
-    return m_words.at(at + 1).toString();
+        return u"0";
+    return m_words.at(at + 1);
+}
+
+const QString &ColumnTexts::text(int column, QStringView word)
+{
+    QString &last = m_word[column];
+    if (last != word)
+        last = word.toString();
+    return last;
+}
+
+const QString &ColumnTexts::lowerText(int column, QStringView word)
+{
+    if (m_lowerWord[column] != word) {
+        m_lowerWord[column] = word.toString();
+        m_lower[column] = m_lowerWord[column].toLower();
+    }
+    return m_lower[column];
 }
 
 void readSectionRows(const QString &text, const QString &inputMarker, const QString &outputMarker,
@@ -134,6 +151,9 @@ void readSectionRows(const QString &text, const QString &inputMarker, const QStr
     bool inSection = false;
     BiBo section = BusInput;
     int lineNumber = 0;
+    // A row without a marker's first character holds no marker: most rows are
+    // told apart without searching for the markers.
+    const QChar markerStarts[] = {inputMarker.at(0), outputMarker.at(0)};
     for (qsizetype start = 0; start < text.size();) {
         qsizetype end = text.indexOf(QLatin1Char('\n'), start);
         if (end < 0)
@@ -143,10 +163,11 @@ void readSectionRows(const QString &text, const QString &inputMarker, const QStr
         start = end + 1;
         if (row.isEmpty())
             continue;
-        if (row.contains(inputMarker)) {
+        const bool mayMark = row.contains(markerStarts[0]) || row.contains(markerStarts[1]);
+        if (mayMark && row.contains(inputMarker)) {
             inSection = true;
             section = BusInput;
-        } else if (row.contains(outputMarker)) {
+        } else if (mayMark && row.contains(outputMarker)) {
             inSection = true;
             section = BusOutput;
         } else if (inSection) {

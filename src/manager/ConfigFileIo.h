@@ -66,10 +66,26 @@ public:
     QStringView at(int i) const { return m_words.at(i); }
     int indexOf(QStringView word) const;
     // The word after the first word equal to `keyword`; "0" when there is none.
-    QString after(QStringView keyword) const;
+    QStringView after(QStringView keyword) const;
 
 private:
     QVarLengthArray<QStringView, 16> m_words;
+};
+
+// The texts of the words of a column, row after row. Values repeat from row to
+// row (module, type, bus, flags): a word equal to the column's previous one
+// shares that text instead of allocating its own.
+class ColumnTexts
+{
+public:
+    static constexpr int columns = 8;
+    const QString &text(int column, QStringView word);
+    const QString &lowerText(int column, QStringView word);
+
+private:
+    QString m_word[columns];
+    QString m_lowerWord[columns];
+    QString m_lower[columns];
 };
 
 // Replaces `path` by `bytes` atomically: readers never see a half-written file,
