@@ -108,9 +108,16 @@ bool BusFileDataManager::writeSendGroupCfg()
 QVector<GroupInfo> BusFileDataManager::getBusGroupInfo(QString bus, BiBo dir, QString type,
                                                        bool saved)
 {
+    const validation::BusGroups *groups = indexedGroups(bus, dir, type, saved);
+    return groups ? groups->groups : QVector<GroupInfo>();
+}
+
+const validation::BusGroups *BusFileDataManager::indexedGroups(const QString &bus, BiBo dir,
+                                                               const QString &type, bool saved)
+{
     const QMap<QString, GroupInfo> *table = groupTable(dir, type, saved);
     if (!table)
-        return {};
+        return nullptr;
     // Group keys such as "group_mtcp" name the bus after the first "_".
     const QStringList parts = bus.split(QLatin1Char('_'));
     const QString busName = parts.size() > 1 ? parts.at(1) : bus;

@@ -17,6 +17,7 @@ class QFile;
 class QIODevice;
 class GetAndSendFile;
 namespace validation {
+struct BusGroups;
 struct BusSignals;
 class SignalIndex;
 struct Indexes;
@@ -300,6 +301,9 @@ private:
     // null when the bus has none.
     const validation::BusSignals *indexedSignals(int index, const QString &bus);
     const validation::SignalIndex &mappingIndex(int index);
+    // The groups getBusGroupInfo gives, with their numbers; null for none.
+    const validation::BusGroups *indexedGroups(const QString &bus, BiBo dir, const QString &type,
+                                               bool saved);
 
     // ---- mapping edits ----
     // Index of a direction's mapping tables: any value but input selects output.

@@ -32,10 +32,8 @@ AddressRange parseRange(const QString &range)
     return result;
 }
 
-bool rangeOverlapsGroup(const AddressRange &range, const GroupInfo &group)
+bool rangeOverlapsGroup(const AddressRange &range, int groupFirst, int groupLast)
 {
-    const int groupFirst = group.deviceMapHead.toInt(nullptr, 10);
-    const int groupLast = group.deviceMapTail.toInt(nullptr, 10);
     const int s = range.first;
     const int e = range.last;
     if (s == -1 && e == -1)
@@ -115,12 +113,14 @@ QString BusFileDataManager::isAddressGroupValid(const QString &bus, BiBo dir,
             type = parts.at(1);
     }
 
-    const QVector<GroupInfo> groups = getBusGroupInfo(busName, dir, selector, saved);
-    for (const GroupInfo &group : groups) {
+    const validation::BusGroups *groups = indexedGroups(busName, dir, selector, saved);
+    for (int i = 0; groups && i < groups->groups.size(); ++i) {
+        const GroupInfo &group = groups->groups.at(i);
         // The group being edited may keep its own range.
-        if (group.type.compare(type, Qt::CaseInsensitive) == 0 && group.address == groupNumber)
+        if (group.address == groupNumber && group.type.compare(type, Qt::CaseInsensitive) == 0)
             continue;
-        if (rangeOverlapsGroup(bounds, group))
+        const validation::BusGroups::Numbers &at = groups->numbers.at(i);
+        if (rangeOverlapsGroup(bounds, at.first, at.last))
             return group.address;
     }
     return okText;
@@ -131,12 +131,13 @@ QString BusFileDataManager::isGroupIdExist(const QString &bus, BiBo dir, QString
 {
     if (groupNumber == -1)
         return okText;
-    const QVector<GroupInfo> groups = getBusGroupInfo(bus, dir, selector, saved);
-    for (const GroupInfo &group : groups) {
-        if (group.address.toInt(nullptr, 10) == groupNumber)
-            return okText;
-    }
-    return QString();
+    const validation::BusGroups *groups = indexedGroups(bus, dir, selector, saved);
+    const bool exists = groups
+            && std::any_of(groups->numbers.cbegin(), groups->numbers.cend(),
+                           [groupNumber](const validation::BusGroups::Numbers &at) {
+                               return at.number == groupNumber;
+                           });
+    return exists ? okText : QString();
 }
 
 QString BusFileDataManager::isConflict(const QString &bus, const QString &module,

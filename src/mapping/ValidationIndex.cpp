@@ -127,13 +127,19 @@ void GroupIndex::refresh(const QMap<QString, GroupInfo> &table)
         return;
     m_table = table;
     m_buses.clear();
-    for (const GroupInfo &group : table)
-        m_buses[foldedKey(group.fieldBus)].append(group);
+    for (const GroupInfo &group : table) {
+        BusGroups &bus = m_buses[foldedKey(group.fieldBus)];
+        bus.groups.append(group);
+        bus.numbers.append({group.address.toInt(nullptr, 10),
+                            group.deviceMapHead.toInt(nullptr, 10),
+                            group.deviceMapTail.toInt(nullptr, 10)});
+    }
 }
 
-QVector<GroupInfo> GroupIndex::bus(const QString &busName) const
+const BusGroups *GroupIndex::bus(const QString &busName) const
 {
-    return m_buses.value(foldedKey(busName));
+    const auto it = m_buses.constFind(foldedKey(busName));
+    return it == m_buses.cend() ? nullptr : &it.value();
 }
 
 } // namespace validation

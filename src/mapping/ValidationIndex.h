@@ -53,16 +53,30 @@ private:
     QHash<const BusSignals *, QHash<QString, int>> m_lastAddresses;
 };
 
+// The groups of one bus in one group table, in table order, with their
+// numbers and bounds as base-10 toInt reads them.
+struct BusGroups
+{
+    struct Numbers
+    {
+        int number;
+        int first;
+        int last;
+    };
+    QVector<GroupInfo> groups;
+    QVector<Numbers> numbers;
+};
+
 class GroupIndex
 {
 public:
     void refresh(const QMap<QString, GroupInfo> &table);
-    // The groups whose fieldbus equals `busName` ignoring case, in table order.
-    QVector<GroupInfo> bus(const QString &busName) const;
+    // The groups whose fieldbus equals `busName` ignoring case; null for none.
+    const BusGroups *bus(const QString &busName) const;
 
 private:
     QMap<QString, GroupInfo> m_table;
-    QHash<QString, QVector<GroupInfo>> m_buses;
+    QHash<QString, BusGroups> m_buses;
 };
 
 // Everything the manager's validators look up: the two mapping tables and any
