@@ -72,6 +72,78 @@ public:
     std::vector<size_t> furthest;
 };
 
+// Where a row maps to, for the collision rule.
+struct AddressKey
+{
+    QString bus;
+    int direction;
+    int address;
+    bool operator==(const AddressKey &o) const
+    {
+        return address == o.address && direction == o.direction && bus == o.bus;
+    }
+};
+
+uint qHash(const AddressKey &key, uint seed = 0)
+{
+    return ::qHash(key.bus, seed) ^ uint(key.address * 2 + key.direction);
+}
+
+// What a row maps, for mapping a function twice.
+struct FunctionKey
+{
+    QString module;
+    QString name;
+    int direction;
+    bool operator==(const FunctionKey &o) const
+    {
+        return direction == o.direction && name == o.name && module == o.module;
+    }
+};
+
+uint qHash(const FunctionKey &key, uint seed = 0)
+{
+    return ::qHash(key.name, seed) ^ (::qHash(key.module, seed) * 31) ^ uint(key.direction);
+}
+
+// Rows that share a key: each group lists its rows in order, and groups come
+// in the order of their first row. One hash lookup a row, no list per key.
+template<typename Key>
+class RowGroups
+{
+public:
+    void add(const Key &key, int row)
+    {
+        auto id = ids.constFind(key);
+        if (id == ids.cend())
+            id = ids.insert(key, int(ids.size()));
+        groupOfRow.push_back({id.value(), row});
+    }
+
+    // `onGroup(rows)` for every group of at least `minimum` rows.
+    template<typename OnGroup>
+    void forEach(size_t minimum, OnGroup onGroup) const
+    {
+        std::vector<int> start(size_t(ids.size()) + 1, 0);
+        for (const auto &entry : groupOfRow)
+            ++start[size_t(entry.first) + 1];
+        for (size_t g = 1; g < start.size(); ++g)
+            start[g] += start[g - 1];
+        std::vector<int> rows(groupOfRow.size());
+        std::vector<int> next(start.begin(), start.end() - 1);
+        for (const auto &entry : groupOfRow)
+            rows[size_t(next[size_t(entry.first)]++)] = entry.second;
+        for (size_t g = 0; g + 1 < start.size(); ++g) {
+            if (size_t(start[g + 1] - start[g]) >= minimum)
+                onGroup(std::vector<int>(rows.begin() + start[g], rows.begin() + start[g + 1]));
+        }
+    }
+
+private:
+    QHash<Key, int> ids;
+    std::vector<std::pair<int, int>> groupOfRow; // group id, row
+};
+
 class Checker
 {
 public:
@@ -296,10 +368,8 @@ private:
 
     void mappingRules()
     {
-        // Rows by bus key, direction and address, for the collision rule.
-        QHash<QString, std::vector<int>> byAddress;
-        // Rows by module, function and direction, for mapping a function twice.
-        QHash<QString, std::vector<int>> byFunction;
+        RowGroups<AddressKey> byAddress;
+        RowGroups<FunctionKey> byFunction;
 
         for (int i = 0; i < s.mappings.size(); ++i) {
             const SnapshotMapping &m = s.mappings.at(i);
@@ -309,9 +379,7 @@ private:
                 continue;
             }
             functionRules(m);
-            byFunction[m.row.module + QLatin1Char('|') + m.row.name + QLatin1Char('|')
-                       + QString::number(m.direction)]
-                    .push_back(i);
+            byFunction.add({m.row.module, m.row.name, m.direction}, i);
 
             const QString &key = m.row.fieldBus;
             const bool isGroupRow = key.startsWith(groupPrefix);
@@ -333,19 +401,16 @@ private:
                            ConfigCheck::tr("address '%1' is not a number").arg(m.row.address));
                 continue;
             }
-            byAddress[key + QLatin1Char('|') + QString::number(m.direction) + QLatin1Char('|')
-                      + QString::number(address)]
-                    .push_back(i);
+            byAddress.add({key, m.direction, address}, i);
             if (isGroupRow)
                 groupMissingRule(m, bus, address);
             else
                 addressRules(m, bus, address);
         }
 
-        for (const std::vector<int> &rows : qAsConst(byAddress))
-            collisionRule(rows);
-        for (const std::vector<int> &rows : qAsConst(byFunction)) {
-            for (size_t k = 0; rows.size() > 1 && k < rows.size(); ++k) {
+        byAddress.forEach(2, [this](const std::vector<int> &rows) { collisionRule(rows); });
+        byFunction.forEach(2, [this](const std::vector<int> &rows) {
+            for (size_t k = 0; k < rows.size(); ++k) {
                 const SnapshotMapping &m = s.mappings.at(rows[k]);
                 const SnapshotMapping &other = s.mappings.at(rows[k == 0 ? 1 : 0]);
                 addMapping(m, "function-mapped-twice",
@@ -353,7 +418,7 @@ private:
                                    .arg(m.row.module, m.row.name, directionWord(m.direction))
                                    .arg(other.line));
             }
-        }
+        });
     }
 
     void functionRules(const SnapshotMapping &m)

@@ -79,27 +79,26 @@ bool BusFileDataManager::writeSendGroupCfg()
 {
     if (refuseLossyWrite(TPU_GROUP_CFG))
         return false;
-    const QByteArray bytes = configio::sectionFileBytes(
-            groupTitle, groupInputMarker, groupOutputMarker, [this](QString &out, BiBo dir) {
+    const bool written = configio::writeSectionFile(
+            TPU_GROUP_CFG, groupTitle, groupInputMarker, groupOutputMarker,
+            [this](configio::LineFileWriter &out, BiBo dir) {
                 for (const QMap<QString, GroupInfo> &table : curGroupTables[dir]) {
                     for (auto it = table.cbegin(); it != table.cend(); ++it) {
                         const GroupInfo &info = it.value();
+                        out.appendField(0, QLatin1String("    -Type "), info.type,
+                                        groupColumnWidth);
                         // The key is written, not the record's address.
-                        out += QLatin1String("    -Type ");
-                        configio::appendPadded(out, info.type, groupColumnWidth);
-                        out += QLatin1String(" -Address ");
-                        configio::appendPadded(out, it.key(), groupColumnWidth);
-                        out += QLatin1String(" -FieldBus ");
-                        configio::appendPadded(out, info.fieldBus.toUpper(), groupColumnWidth);
-                        out += QLatin1String(" -DeviceMap ");
-                        configio::appendPadded(
-                                out, info.deviceMapHead + QLatin1Char('-') + info.deviceMapTail,
-                                groupColumnWidth);
-                        out += QLatin1Char('\n');
+                        out.appendField(1, QLatin1String(" -Address "), it.key(), groupColumnWidth);
+                        out.appendField(2, QLatin1String(" -FieldBus "), info.fieldBus,
+                                        groupColumnWidth, configio::LineFileWriter::Upper);
+                        out.appendField(3, QLatin1String(" -DeviceMap "),
+                                        info.deviceMapHead + QLatin1Char('-') + info.deviceMapTail,
+                                        groupColumnWidth);
+                        out.endRow();
                     }
                 }
             });
-    if (!configio::writeFileAtomically(TPU_GROUP_CFG, bytes))
+    if (!written)
         return false;
     emit signalSendGroupCfg();
     return true;

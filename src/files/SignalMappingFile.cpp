@@ -22,24 +22,28 @@ int columnWidth(int widthKind)
     return widthKind == NameWidth ? 32 : widthKind == ShortWidth ? 8 : 16;
 }
 
-void appendSignalMapLine(QString &out, const FuncAndMapInfo &info, BiBo section)
+void appendSignalMapLine(configio::LineFileWriter &out, const FuncAndMapInfo &info, BiBo section)
 {
-    const auto field = [&out](QLatin1String keyword, QStringView value, SignalMapWidth width) {
-        out += keyword;
-        configio::appendPadded(out, value, columnWidth(width));
-    };
-    field(QLatin1String("    -Module "), info.module, WideWidth);
-    field(QLatin1String(" -Name "), info.name, NameWidth);
-    field(QLatin1String(" -Type "), section == BusInput ? info.type.toLower() : info.type,
-          ShortWidth);
-    field(QLatin1String(" -FieldBus "), info.fieldBus.toUpper(), WideWidth);
-    field(QLatin1String(" -Address "), info.address, ShortWidth);
+    using Writer = configio::LineFileWriter;
+    // Inputs write their type in lower case, so the type has a column per section.
+    enum Column { Module, Name, InputType, OutputType, FieldBus, Address, FilterTime, Invert };
+    out.appendField(Module, QLatin1String("    -Module "), info.module, columnWidth(WideWidth));
+    out.appendField(Name, QLatin1String(" -Name "), info.name, columnWidth(NameWidth));
+    if (section == BusInput)
+        out.appendField(InputType, QLatin1String(" -Type "), info.type, columnWidth(ShortWidth),
+                        Writer::Lower);
+    else
+        out.appendField(OutputType, QLatin1String(" -Type "), info.type, columnWidth(ShortWidth));
+    out.appendField(FieldBus, QLatin1String(" -FieldBus "), info.fieldBus, columnWidth(WideWidth),
+                    Writer::Upper);
+    out.appendField(Address, QLatin1String(" -Address "), info.address, columnWidth(ShortWidth));
     if (fieldbusnames::isBoolType(info.type)) {
         if (section == BusInput)
-            field(QLatin1String(" -FilterTime "), info.filterTime, ShortWidth);
-        field(QLatin1String(" -Invert "), info.invert, ShortWidth);
+            out.appendField(FilterTime, QLatin1String(" -FilterTime "), info.filterTime,
+                            columnWidth(ShortWidth));
+        out.appendField(Invert, QLatin1String(" -Invert "), info.invert, columnWidth(ShortWidth));
     }
-    out += QLatin1Char('\n');
+    out.endRow();
 }
 
 } // namespace
@@ -154,12 +158,13 @@ bool BusFileDataManager::writeSendSignalMapCfg(const QString &localPath,
         return false;
     const QVector<FuncAndMapInfo> *lists = isStandard ? mapList : writeMapList;
 
-    const QByteArray bytes = configio::sectionFileBytes(
-            signalMapTitle, systemInputMarker, systemOutputMarker, [lists](QString &out, BiBo dir) {
+    const bool written = configio::writeSectionFile(
+            localPath, signalMapTitle, systemInputMarker, systemOutputMarker,
+            [lists](configio::LineFileWriter &out, BiBo dir) {
                 for (const FuncAndMapInfo &info : lists[dir])
                     appendSignalMapLine(out, info, dir);
             });
-    if (!configio::writeFileAtomically(localPath, bytes))
+    if (!written)
         return false;
 
     if (isStandard) {

@@ -7,6 +7,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <cstring>
 #include <sstream>
 
 namespace configio {
@@ -16,24 +17,107 @@ QString padRight(const QString &value, int width)
     return value.size() >= width ? value : value.leftJustified(width, QLatin1Char(' '));
 }
 
-void appendPadded(QString &out, QStringView value, int width)
+LineFileWriter::LineFileWriter(QIODevice *device)
+    : m_device(device)
+    , m_buffer(new char[bufferSize])
+{ }
+
+const QString &LineFileWriter::changedCase(int column, const QString &value, Case letterCase)
 {
-    static const QString blanks(64, QLatin1Char(' '));
-    out.append(value);
-    for (int missing = width - int(value.size()); missing > 0; missing -= blanks.size())
-        out.append(blanks.constData(), std::min(missing, int(blanks.size())));
+    CaseChange &last = m_lastChange[column];
+    // Texts read from a file share their data from row to row: most rows are
+    // told apart without comparing characters.
+    if (!last.value.isSharedWith(value) && (last.value != value || last.value.isNull())) {
+        last.value = value;
+        last.changed = letterCase == Lower ? value.toLower() : value.toUpper();
+    }
+    return last.changed;
 }
 
-QByteArray sectionFileBytes(const QString &title, const QString &inputMarker,
-                            const QString &outputMarker,
-                            const std::function<void(QString &, BiBo)> &appendRows)
+void LineFileWriter::appendField(int column, QLatin1String keyword, const QString &value, int width,
+                                 Case letterCase)
 {
-    QString text;
-    text += title + QLatin1String("\n\n") + inputMarker + QLatin1Char('\n');
-    appendRows(text, BusInput);
-    text += QLatin1Char('\n') + outputMarker + QLatin1Char('\n');
-    appendRows(text, BusOutput);
-    return text.toUtf8();
+    const QString &text = letterCase == AsIs ? value : changedCase(column, value, letterCase);
+    const qsizetype length = text.size();
+    const qsizetype padding = std::max<qsizetype>(0, width - length);
+    appendBytes(keyword.data(), keyword.size());
+    // Nearly every value is ASCII: those are narrowed in place.
+    const char16_t *chars = reinterpret_cast<const char16_t *>(text.constData());
+    char16_t all = 0;
+    for (qsizetype i = 0; i < length; ++i)
+        all |= chars[i];
+    if (all < 0x80 && length <= bufferSize) {
+        char *out = room(length);
+        for (qsizetype i = 0; i < length; ++i)
+            out[i] = char(chars[i]);
+    } else {
+        append(text);
+    }
+    // Widths are small, so the blanks always fit.
+    std::memset(room(padding), ' ', size_t(padding));
+}
+
+void LineFileWriter::append(const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    appendBytes(utf8.constData(), utf8.size());
+}
+
+void LineFileWriter::appendBytes(const char *bytes, qsizetype size)
+{
+    if (size <= bufferSize) {
+        std::memcpy(room(size), bytes, size_t(size));
+        return;
+    }
+    writeOut();
+    if (!m_failed && m_device->write(bytes, size) != size)
+        m_failed = true;
+}
+
+char *LineFileWriter::room(qsizetype size)
+{
+    if (m_used + size > bufferSize)
+        writeOut();
+    char *at = m_buffer.get() + m_used;
+    m_used += size;
+    return at;
+}
+
+void LineFileWriter::endRow()
+{
+    *room(1) = '\n';
+}
+
+void LineFileWriter::writeOut()
+{
+    if (!m_failed && m_device->write(m_buffer.get(), m_used) != m_used)
+        m_failed = true;
+    m_used = 0;
+}
+
+bool LineFileWriter::finish()
+{
+    writeOut();
+    return !m_failed;
+}
+
+bool writeSectionFile(const QString &path, const QString &title, const QString &inputMarker,
+                      const QString &outputMarker,
+                      const std::function<void(LineFileWriter &, BiBo)> &appendRows)
+{
+    return writeFileAtomically(path, [&](QIODevice &device) {
+        LineFileWriter out(&device);
+        out.append(title);
+        out.append(QLatin1String("\n\n"));
+        out.append(inputMarker);
+        out.endRow();
+        appendRows(out, BusInput);
+        out.endRow();
+        out.append(outputMarker);
+        out.endRow();
+        appendRows(out, BusOutput);
+        return out.finish();
+    });
 }
 
 QString localFolderOf(const QString &filePath)
@@ -49,18 +133,24 @@ bool isUtf8(const QByteArray &bytes)
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
-bool writeFileAtomically(const QString &path, const QByteArray &bytes)
+bool writeFileAtomically(const QString &path, const std::function<bool(QIODevice &)> &write)
 {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
     // Small writes stay buffered: flush first, since commit() does not report
     // a buffered write that fails on a full disk.
-    if (file.write(bytes) != bytes.size() || !file.flush()) {
+    if (!write(file) || !file.flush()) {
         file.cancelWriting();
         return false;
     }
     return file.commit();
+}
+
+bool writeFileAtomically(const QString &path, const QByteArray &bytes)
+{
+    return writeFileAtomically(
+            path, [&bytes](QIODevice &device) { return device.write(bytes) == bytes.size(); });
 }
 
 bool saveXml(const pugi::xml_document &doc, const QString &path, const char *indent,
@@ -163,7 +253,8 @@ void readSectionRows(const QString &text, const QString &inputMarker, const QStr
         start = end + 1;
         if (row.isEmpty())
             continue;
-        const bool mayMark = row.contains(markerStarts[0]) || row.contains(markerStarts[1]);
+        const bool mayMark = row.contains(markerStarts[0])
+                || (markerStarts[1] != markerStarts[0] && row.contains(markerStarts[1]));
         if (mayMark && row.contains(inputMarker)) {
             inSection = true;
             section = BusInput;

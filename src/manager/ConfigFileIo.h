@@ -5,6 +5,7 @@
 #include "FieldbusTypes.h"
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QString>
 #include <QStringView>
 #include <QVarLengthArray>
@@ -12,21 +13,65 @@
 #include <pugixml.hpp>
 
 #include <functional>
+#include <memory>
 
 namespace configio {
 
 // `value` with blanks appended up to `width`; a longer value stays whole.
 QString padRight(const QString &value, int width);
-// Appends padRight(value, width) to `out`.
-void appendPadded(QString &out, QStringView value, int width);
 
-// The bytes of a two-section line file, UTF-8 without byte-order mark: the
+// Writes the UTF-8 text of a line file whose rows are "-Keyword value" fields,
+// each value padded with blanks to its column's width. The text goes to the
+// device in chunks, so the whole file is never held in memory.
+class LineFileWriter
+{
+public:
+    enum Case { AsIs, Lower, Upper };
+    static constexpr int columns = 8;
+    static constexpr qsizetype bufferSize = 64 * 1024;
+
+    explicit LineFileWriter(QIODevice *device);
+
+    void append(QLatin1String text) { appendBytes(text.data(), text.size()); }
+    void append(const QString &text);
+    // `keyword`, then `value` (changed to `letterCase`) padded to `width`
+    // characters; a longer value stays whole. A column changes the case of
+    // its values always the same way.
+    void appendField(int column, QLatin1String keyword, const QString &value, int width,
+                     Case letterCase = AsIs);
+    void endRow();
+    // Writes what is left; false when any write failed.
+    bool finish();
+
+private:
+    // Values repeat from row to row (type, bus), so a column changes the case
+    // of a value only when it differs from the previous one.
+    const QString &changedCase(int column, const QString &value, Case letterCase);
+    void appendBytes(const char *bytes, qsizetype size);
+    // Room for `size` (at most bufferSize) more bytes at the end of the
+    // buffer, written out first when it is full.
+    char *room(qsizetype size);
+    void writeOut();
+
+    struct CaseChange
+    {
+        QString value;
+        QString changed;
+    };
+    QIODevice *m_device;
+    bool m_failed = false;
+    std::unique_ptr<char[]> m_buffer;
+    qsizetype m_used = 0;
+    CaseChange m_lastChange[columns];
+};
+
+// Writes a two-section line file atomically (see writeFileAtomically): the
 // title, a blank line, the input marker and rows, a blank line, the output
-// marker and rows. `appendRows` appends the rows of a direction, each ending
-// with a line feed.
-QByteArray sectionFileBytes(const QString &title, const QString &inputMarker,
-                            const QString &outputMarker,
-                            const std::function<void(QString &, BiBo)> &appendRows);
+// marker and rows, UTF-8 without byte-order mark. `appendRows` appends the
+// rows of a direction, each ending with endRow().
+bool writeSectionFile(const QString &path, const QString &title, const QString &inputMarker,
+                      const QString &outputMarker,
+                      const std::function<void(LineFileWriter &, BiBo)> &appendRows);
 
 // The folder that holds a local file: the path with every occurrence of the
 // file name removed, so a folder bearing the file's own name loses it too.
@@ -88,8 +133,10 @@ private:
     QString m_lower[columns];
 };
 
-// Replaces `path` by `bytes` atomically: readers never see a half-written file,
-// and a failed write keeps the earlier file.
+// Replaces `path` by what `write` writes to the device, atomically: readers
+// never see a half-written file, and a failed write (`write` returning false)
+// keeps the earlier file.
+bool writeFileAtomically(const QString &path, const std::function<bool(QIODevice &)> &write);
 bool writeFileAtomically(const QString &path, const QByteArray &bytes);
 
 // Serialises `doc` in memory with the given pugixml options, then commits it

@@ -50,6 +50,7 @@ struct FuncAndMapInfo
     QString filterTime = QStringLiteral("");
     bool forceEnabled = true;
 };
+Q_DECLARE_TYPEINFO(FuncAndMapInfo, Q_MOVABLE_TYPE);
 
 // One fieldbus entry of the fieldbus list file.
 struct BusName
@@ -58,6 +59,7 @@ struct BusName
     QString shortName;
     bool enable = false;
 };
+Q_DECLARE_TYPEINFO(BusName, Q_MOVABLE_TYPE);
 
 // One group-IO entry of the group IO file.
 struct GroupInfo
@@ -68,6 +70,7 @@ struct GroupInfo
     QString deviceMapHead;
     QString deviceMapTail;
 };
+Q_DECLARE_TYPEINFO(GroupInfo, Q_MOVABLE_TYPE);
 
 // Address ranges of one bus node of the fieldbus configuration file.
 struct BusAddrNumInfo
@@ -76,12 +79,14 @@ struct BusAddrNumInfo
     int32_t stopAddress[9] = {};
     int32_t variableLength[9] = {};
 };
+Q_DECLARE_TYPEINFO(BusAddrNumInfo, Q_PRIMITIVE_TYPE);
 
 struct FilePaths
 {
     QString tpuFilePath;
     QString rdeFilePath;
 };
+Q_DECLARE_TYPEINFO(FilePaths, Q_MOVABLE_TYPE);
 
 // Variable-type names of the pendant application; not consulted by this library.
 FIELDBUSCONFIG_EXPORT extern const QString VAR_TYPE_NAMES[12];
