@@ -1,0 +1,109 @@
+#pragma once
+
+#include <fieldbusconfig/BusFileDataManager.h>
+#include <fieldbusconfig/ConfigCheck.h>
+
+#include <QSet>
+#include <QTranslator>
+#include <QWidget>
+
+class ProgressBarWidget;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTabWidget;
+class QTableWidget;
+class QTableWidgetItem;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+// The pendant's fieldbus IO-mapping screen, built on the library the way every
+// pendant screen is: it attaches itself as an observer, asks the manager for
+// the files, and draws whatever the manager reports, on the GUI thread. It
+// never waits: each answer arrives in onFileNotify.
+class MappingScreen : public QWidget, public BusObserver
+{
+    Q_OBJECT
+
+public:
+    enum Language { English, Chinese };
+
+    explicit MappingScreen(QWidget *parent = nullptr);
+    ~MappingScreen() override;
+
+    // Every file the screen asked for at start has been answered.
+    bool isReady() const;
+    // Swaps the screen's and the library's translators; the names of modules,
+    // functions and buses follow.
+    void setLanguage(Language language);
+    Language language() const { return m_language; }
+
+    void onFileNotify(FileHandle handle, const QString &fileKey, bool isSuccess) override;
+
+signals:
+    // Every file asked for at start has been answered and the check has run.
+    void ready();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    // One mapping direction: its table, the rows shown in it, and the line
+    // that maps a function not mapped yet.
+    struct Page
+    {
+        QTableWidget *table = nullptr;
+        QVector<FuncAndMapInfo> rows;
+        QComboBox *functions = nullptr;
+        QLineEdit *address = nullptr;
+        QPushButton *add = nullptr;
+    };
+
+    void buildUi();
+    QWidget *buildPage(BiBo dir);
+    void retranslateUi();
+    void applyStyle();
+
+    void showBuses();
+    void showMappings();
+    void showMapping(BiBo dir);
+    void showFreeFunctions(BiBo dir);
+    void showGroups();
+    void runCheck();
+
+    void addressEdited(BiBo dir, QTableWidgetItem *item);
+    void addFunction(BiBo dir);
+    bool editAllowed();
+    QString refusal(BiBo dir, const FuncAndMapInfo &row, const QString &text) const;
+    void accept(BiBo dir, const FuncAndMapInfo &row);
+    void save();
+    void findingSelected(QTreeWidgetItem *item);
+
+    QString currentBus() const;
+    QString moduleShown(const QString &module) const;
+    QString functionShown(const QString &module, const QString &name) const;
+    void setStatus(const QString &text, bool problem = false);
+
+    BusFileDataManager *m = nullptr;
+    Language m_language = English;
+    QTranslator m_libraryTranslator;
+    QTranslator m_screenTranslator;
+    // Files answered since start; the screen is ready when all have been.
+    QSet<QString> m_arrived;
+    bool m_saving = false;
+    QVector<CheckFinding> m_findings;
+
+    ProgressBarWidget *m_progress = nullptr;
+    QLabel *m_title = nullptr;
+    QComboBox *m_languageBox = nullptr;
+    QPushButton *m_saveButton = nullptr;
+    QLabel *m_busesLabel = nullptr;
+    QTreeWidget *m_busList = nullptr;
+    QTabWidget *m_tabs = nullptr;
+    Page m_pages[2];
+    QTableWidget *m_groupTable = nullptr;
+    QLabel *m_checkLabel = nullptr;
+    QTreeWidget *m_checkPanel = nullptr;
+    QLabel *m_status = nullptr;
+};
