@@ -1,4 +1,199 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
+<context>
+    <name>MappingScreen</name>
+    <message>
+        <source>Fieldbus IO mapping</source>
+        <translation>现场总线 IO 映射</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Fieldbuses</source>
+        <translation>现场总线</translation>
+    </message>
+    <message>
+        <source>On</source>
+        <translation>启用</translation>
+    </message>
+    <message>
+        <source>Bus</source>
+        <translation>总线</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Input mapping</source>
+        <translation>输入映射</translation>
+    </message>
+    <message>
+        <source>Output mapping</source>
+        <translation>输出映射</translation>
+    </message>
+    <message>
+        <source>Groups</source>
+        <translation>组</translation>
+    </message>
+    <message>
+        <source>Module</source>
+        <translation>模块</translation>
+    </message>
+    <message>
+        <source>Function</source>
+        <translation>功能</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>类型</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>Filter time</source>
+        <translation>滤波时间</translation>
+    </message>
+    <message>
+        <source>Invert</source>
+        <translation>取反</translation>
+    </message>
+    <message>
+        <source>Map</source>
+        <translation>映射</translation>
+    </message>
+    <message>
+        <source>Direction</source>
+        <translation>方向</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>组号</translation>
+    </message>
+    <message>
+        <source>First address</source>
+        <translation>起始地址</translation>
+    </message>
+    <message>
+        <source>Last address</source>
+        <translation>结束地址</translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation>级别</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Finding</source>
+        <translation>问题</translation>
+    </message>
+    <message>
+        <source>Configuration check</source>
+        <translation>配置检查</translation>
+    </message>
+    <message>
+        <source>Reading the configuration files…</source>
+        <translation>正在读取配置文件…</translation>
+    </message>
+    <message>
+        <source>Failed to send %1 to the controller!</source>
+        <translation>向控制器发送 %1 失败！</translation>
+    </message>
+    <message>
+        <source>Saved and sent to the controller.</source>
+        <translation>已保存并发送到控制器。</translation>
+    </message>
+    <message>
+        <source>Could not read %1.</source>
+        <translation>无法读取 %1。</translation>
+    </message>
+    <message>
+        <source>%1 group</source>
+        <translation>%1 组</translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation>输入</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>输出</translation>
+    </message>
+    <message>
+        <source>%1 is not an address.</source>
+        <translation>%1 不是地址。</translation>
+    </message>
+    <message>
+        <source>There is no %1 group %2 on this bus.</source>
+        <translation>此总线上没有 %1 组 %2。</translation>
+    </message>
+    <message>
+        <source>This bus has no %1 addresses.</source>
+        <translation>此总线没有 %1 地址。</translation>
+    </message>
+    <message>
+        <source>Address %1 is beyond the %2 %3 addresses of this bus (0-%4).</source>
+        <translation>地址 %1 超出此总线的 %2 个 %3 地址（0-%4）。</translation>
+    </message>
+    <message>
+        <source>Address %1 is taken by %2.</source>
+        <translation>地址 %1 已被 %2 占用。</translation>
+    </message>
+    <message>
+        <source>Address %1 lies inside %2 group %3.</source>
+        <translation>地址 %1 位于 %2 组 %3 之内。</translation>
+    </message>
+    <message>
+        <source>Editing is not allowed now.</source>
+        <translation>当前不允许编辑。</translation>
+    </message>
+    <message>
+        <source>-1 is not an address.</source>
+        <translation>-1 不是地址。</translation>
+    </message>
+    <message>
+        <source>%1 is no longer mapped; Save sends the change.</source>
+        <translation>%1 已取消映射；点击保存发送更改。</translation>
+    </message>
+    <message>
+        <source>%1 is mapped to address %2; Save sends the change.</source>
+        <translation>%1 已映射到地址 %2；点击保存发送更改。</translation>
+    </message>
+    <message>
+        <source>Cannot write the local copy of %1.</source>
+        <translation>无法写入 %1 的本地副本。</translation>
+    </message>
+    <message>
+        <source>Sending the mapping to the controller…</source>
+        <translation>正在向控制器发送映射…</translation>
+    </message>
+    <message>
+        <source>error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Configuration check: no problems found</source>
+        <translation>配置检查：未发现问题</translation>
+    </message>
+    <message>
+        <source>Configuration check: %1 errors, %2 warnings</source>
+        <translation>配置检查：%1 个错误，%2 个警告</translation>
+    </message>
+    <message>
+        <source>%1 is not in the bus list.</source>
+        <translation>%1 不在总线列表中。</translation>
+    </message>
+</context>
 </TS>

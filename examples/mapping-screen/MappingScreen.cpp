@@ -131,7 +131,7 @@ void MappingScreen::buildUi()
     // Each language is named in itself, so the switch reads the same in both.
     m_languageBox->addItem(QStringLiteral("English"));
     m_languageBox->addItem(QStringLiteral("中文"));
-    connect(m_languageBox, QOverload<int>::of(&QComboBox::activated), this,
+    connect(m_languageBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [this](int index) { setLanguage(Language(index)); });
     m_saveButton = new QPushButton(this);
     m_saveButton->setObjectName(QStringLiteral("saveButton"));
@@ -286,7 +286,10 @@ void MappingScreen::changeEvent(QEvent *event)
 void MappingScreen::setLanguage(Language language)
 {
     m_language = language;
-    m_languageBox->setCurrentIndex(language);
+    {
+        const QSignalBlocker blocker(m_languageBox);
+        m_languageBox->setCurrentIndex(language);
+    }
     QCoreApplication::removeTranslator(&m_libraryTranslator);
     QCoreApplication::removeTranslator(&m_screenTranslator);
     // Both translations are built into the programs; installing one sends

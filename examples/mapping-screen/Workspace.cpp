@@ -13,21 +13,6 @@
 
 namespace {
 
-bool copyTree(const QString &from, const QString &to)
-{
-    if (!QDir().mkpath(to))
-        return false;
-    QDirIterator it(from, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString source = it.next();
-        const QString target = to + QLatin1Char('/') + QDir(from).relativeFilePath(source);
-        if (!(it.fileInfo().isDir() ? QDir().mkpath(target) : QFile::copy(source, target)))
-            return false;
-    }
-    return true;
-}
-
 // An application parameter file showing every module, for controller folders
 // that bring none: the manager drops the modules the application hides.
 bool writeAppParameters(const QString &path, const QStringList &names)
@@ -50,6 +35,21 @@ bool writeAppParameters(const QString &path, const QStringList &names)
 }
 
 } // namespace
+
+bool Workspace::copyTree(const QString &from, const QString &to)
+{
+    if (!QDir().mkpath(to))
+        return false;
+    QDirIterator it(from, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString target = to + QLatin1Char('/') + QDir(from).relativeFilePath(source);
+        if (!(it.fileInfo().isDir() ? QDir().mkpath(target) : QFile::copy(source, target)))
+            return false;
+    }
+    return true;
+}
 
 Workspace::~Workspace()
 {

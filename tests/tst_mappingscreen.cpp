@@ -1,0 +1,315 @@
+// The IO-mapping screen in a real window, driven through its widgets.
+#include "MappingScreen.h"
+#include "PendantSim.h"
+#include "ProgressBarWidget.h"
+#include "TestWorkspace.h"
+#include "Workspace.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QTreeWidget>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const QString sample = QStringLiteral(FBC_EXAMPLES "/controller");
+const QString faults = QStringLiteral(FBC_EXAMPLES "/controller-with-faults");
+const QString sampleMapping = sample + QStringLiteral("/application/fidbus/signal_mapping.cfg");
+
+QVector<FuncAndMapInfo> inputs()
+{
+    QVector<FuncAndMapInfo> table;
+    BusFileDataManager::getInstance()->getBusSignalMap(BusInput, table);
+    return table;
+}
+
+QString addressOf(const QString &name)
+{
+    for (const FuncAndMapInfo &row : inputs()) {
+        if (row.name == name)
+            return row.address;
+    }
+    return QStringLiteral("none");
+}
+
+} // namespace
+
+class TestMappingScreen : public QObject
+{
+    Q_OBJECT
+
+private:
+    void open(const QString &controller);
+    template<typename T>
+    T *child(const char *name) const
+    {
+        return screen->findChild<T *>(QLatin1String(name));
+    }
+    int rowOf(QTableWidget *table, const QString &function) const;
+    void typeAddress(const QString &function, const QString &text);
+    QString status() const { return child<QLabel>("statusLine")->text(); }
+
+    QTemporaryDir copies;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<MappingScreen> screen;
+
+private slots:
+    void cleanup();
+    void busSelectionShowsItsRows();
+    void editAddress_data();
+    void editAddress();
+    void save_data();
+    void save();
+    void switchLanguage();
+    void checkPanelSelectsFaultyRows_data();
+    void checkPanelSelectsFaultyRows();
+};
+
+void TestMappingScreen::open(const QString &controller)
+{
+    TestWorkspace::resetSimulation();
+    pendantsim::setServoOn(false);
+    // Screens save into the controller folder: they get copies of the trees.
+    QVERIFY(copies.isValid());
+    const QString copy = copies.path() + QStringLiteral("/") + QFileInfo(controller).fileName();
+    QDir(copy).removeRecursively();
+    QVERIFY(Workspace::copyTree(controller, copy));
+    workspace = std::make_unique<Workspace>();
+    QVERIFY2(workspace->prepare(copy), qPrintable(workspace->errorString()));
+    // The read flags and the fetched files are the manager's: each tree gets a fresh one.
+    delete BusFileDataManager::_pInstance;
+    BusFileDataManager::_pInstance = nullptr;
+    screen = std::make_unique<MappingScreen>();
+    screen->show();
+    QTRY_VERIFY(screen->isReady());
+    QTRY_VERIFY(!screen->findChild<ProgressBarWidget *>()->isVisible());
+}
+
+void TestMappingScreen::cleanup()
+{
+    screen.reset(); // detaches before the manager goes
+    delete BusFileDataManager::_pInstance;
+    BusFileDataManager::_pInstance = nullptr;
+    workspace.reset();
+}
+
+int TestMappingScreen::rowOf(QTableWidget *table, const QString &function) const
+{
+    for (int i = 0; i < table->rowCount(); ++i) {
+        if (table->item(i, 1)->text() == function)
+            return i;
+    }
+    return -1;
+}
+
+// What the cell's editor hands over when the user presses Enter.
+void TestMappingScreen::typeAddress(const QString &function, const QString &text)
+{
+    auto *table = child<QTableWidget>("inputTable");
+    const int row = rowOf(table, function);
+    QVERIFY(row >= 0);
+    table->item(row, 3)->setText(text);
+}
+
+void TestMappingScreen::busSelectionShowsItsRows()
+{
+    open(sample);
+    auto *buses = child<QTreeWidget>("busList");
+    buses->setCurrentItem(buses->findItems(QStringLiteral("ethcat"), Qt::MatchExactly, 1).value(0));
+    auto *table = child<QTableWidget>("inputTable");
+    QVERIFY(table->rowCount() > 5);
+    int last = -1;
+    for (int i = 0; i < table->rowCount(); ++i) {
+        const int address = table->item(i, 3)->text().toInt();
+        if (address < 0 || table->item(i, 2)->text().contains(QLatin1String("group")))
+            break; // rows without address and group rows follow, each sorted too
+        QVERIFY2(address >= last, "rows sorted by address");
+        last = address;
+    }
+    QVERIFY(rowOf(table, QStringLiteral("welder_ready")) >= 0);
+    QCOMPARE(rowOf(table, QStringLiteral("ext_start")), -1);
+    // The functions offered for a new row are those not mapped yet.
+    auto *functions = child<QComboBox>("inputFunctions");
+    QVERIFY(functions->findText(QStringLiteral("Common: zone_release_2 (bool)")) >= 0);
+    QCOMPARE(functions->findText(QStringLiteral("Common: ext_start (bool)")), -1);
+}
+
+void TestMappingScreen::editAddress_data()
+{
+    QTest::addColumn<QString>("function");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("servoOn");
+    QTest::addColumn<QString>("address"); // in the working table afterwards
+    QTest::addColumn<QString>("reason"); // in the status line; empty when accepted
+
+    QTest::newRow("taken") << "ext_start"
+                           << "1" << false << "0"
+                           << "taken by Common ext_stop";
+    QTest::newRow("free") << "ext_start"
+                          << "30" << false << "30"
+                          << "";
+    QTest::newRow("beyond the bus") << "ext_start"
+                                    << "256" << false << "0"
+                                    << "beyond the 256";
+    QTest::newRow("inside a group") << "ext_start"
+                                    << "200" << false << "0"
+                                    << "inside int group 1";
+    QTest::newRow("not a number") << "ext_start"
+                                  << "x1" << false << "0"
+                                  << "not an address";
+    QTest::newRow("missing group") << "speed_override"
+                                   << "7" << false << "2"
+                                   << "no int group 7";
+    QTest::newRow("taken group") << "speed_override"
+                                 << "1" << false << "2"
+                                 << "taken by Common program_number";
+    QTest::newRow("unmapped") << "ext_start"
+                              << "-1" << false << "none"
+                              << "";
+    QTest::newRow("servo on") << "ext_start"
+                              << "30" << true << "0"
+                              << "not allowed";
+}
+
+void TestMappingScreen::editAddress()
+{
+    QFETCH(QString, function);
+    QFETCH(QString, text);
+    QFETCH(bool, servoOn);
+    open(sample);
+    pendantsim::setServoOn(servoOn);
+    const QByteArray before = TestWorkspace::readFile(TPU_SIGNAL_MAP_CFG);
+
+    typeAddress(function, text);
+
+    QTEST(addressOf(function), "address");
+    QFETCH(QString, reason);
+    QVERIFY2(status().contains(reason), qPrintable(status()));
+    auto *table = child<QTableWidget>("inputTable");
+    const int row = rowOf(table, function);
+    if (reason.isEmpty()) {
+        QCOMPARE(row >= 0, text != QLatin1String("-1"));
+    } else {
+        // Shown where it was typed, marked, and written nowhere.
+        QCOMPARE(table->item(row, 3)->text(), text);
+        QCOMPARE(table->item(row, 3)->toolTip(), status());
+    }
+    QCOMPARE(pendantsim::shownMessages().size(), servoOn ? 1 : 0);
+    QCOMPARE(TestWorkspace::readFile(TPU_SIGNAL_MAP_CFG), before);
+}
+
+void TestMappingScreen::save_data()
+{
+    QTest::addColumn<bool>("connected");
+    QTest::newRow("sent") << true;
+    QTest::newRow("link down") << false;
+}
+
+void TestMappingScreen::save()
+{
+    QFETCH(bool, connected);
+    open(sample);
+    const QString controllerFile = pendantsim::controllerFilePath(RDE_SIGNAL_MAP_CFG);
+    const QByteArray original = TestWorkspace::readFile(controllerFile);
+    // Only the edited row changes; every other byte stays as the sample has it.
+    QByteArray expected = original;
+    const int line = expected.indexOf("-Name ext_start ");
+    const int at = expected.indexOf("-Address 0        ", line);
+    QVERIFY(line > 0 && at > line);
+    expected.replace(at, 18, "-Address 30       ");
+
+    typeAddress(QStringLiteral("ext_start"), QStringLiteral("30"));
+    pendantsim::setConnected(connected);
+    pendantsim::setTransferDelayMs(100);
+    auto *progress = screen->findChild<ProgressBarWidget *>();
+    QTest::mouseClick(child<QPushButton>("saveButton"), Qt::LeftButton);
+    QVERIFY(progress->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(!progress->isVisible(), 10000);
+
+    QCOMPARE(TestWorkspace::readFile(controllerFile), connected ? expected : original);
+    const QStringList shown = [] {
+        QStringList texts;
+        for (const pendantsim::ShownMessage &m : pendantsim::shownMessages())
+            texts.append(m.text);
+        return texts;
+    }();
+    QCOMPARE(
+            shown.contains(
+                    QStringLiteral("Failed to send %1 to the controller!").arg(RDE_SIGNAL_MAP_CFG)),
+            !connected);
+    // A failed send keeps the edit for another try.
+    QCOMPARE(addressOf(QStringLiteral("ext_start")), QStringLiteral("30"));
+    QVERIFY(child<QPushButton>("saveButton")->isEnabled());
+    QCOMPARE(TestWorkspace::readFile(sampleMapping), original);
+}
+
+void TestMappingScreen::switchLanguage()
+{
+    open(sample);
+    auto *tabs = child<QTabWidget>("tabs");
+    auto *table = child<QTableWidget>("inputTable");
+    auto *language = child<QComboBox>("languageBox");
+    language->setCurrentIndex(MappingScreen::Chinese);
+    QCOMPARE(tabs->tabText(0), QStringLiteral("输入映射"));
+    QCOMPARE(child<QPushButton>("saveButton")->text(), QStringLiteral("保存"));
+    QVERIFY(rowOf(table, QStringLiteral("外部启动")) >= 0);
+    QCOMPARE(table->item(rowOf(table, QStringLiteral("外部启动")), 0)->text(),
+             QStringLiteral("通用功能"));
+    QCOMPARE(child<QLabel>("title")->text(), QStringLiteral("现场总线 IO 映射"));
+
+    language->setCurrentIndex(MappingScreen::English);
+    QCOMPARE(tabs->tabText(0), QStringLiteral("Input mapping"));
+    QVERIFY(rowOf(table, QStringLiteral("ext_start")) >= 0);
+}
+
+void TestMappingScreen::checkPanelSelectsFaultyRows_data()
+{
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<QString>("bus");
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QString>("selected"); // function, or group number on the groups tab
+
+    QTest::newRow("collision") << "signal_mapping.cfg:31"
+                               << "ethcat" << 1 << "gas_on";
+    QTest::newRow("missing group") << "signal_mapping.cfg:9"
+                                   << "mtcp" << 0 << "speed_override";
+    QTest::newRow("group overlap") << "user_groupio.cfg:5"
+                                   << "ethcat" << 2 << "2";
+    QTest::newRow("unknown bus") << "signal_mapping.cfg:12"
+                                 << "mtcp" << 0 << "";
+}
+
+void TestMappingScreen::checkPanelSelectsFaultyRows()
+{
+    open(faults);
+    auto *panel = child<QTreeWidget>("checkPanel");
+    QCOMPARE(panel->topLevelItemCount(), 18);
+    QCOMPARE(panel->findItems(QStringLiteral("error"), Qt::MatchExactly, 0).size(), 15);
+
+    QFETCH(QString, where);
+    const QList<QTreeWidgetItem *> items = panel->findItems(where, Qt::MatchExactly, 1);
+    QVERIFY2(!items.isEmpty(), qPrintable(where));
+    panel->setCurrentItem(items.constFirst());
+
+    QTEST(child<QTreeWidget>("busList")->currentItem()->text(1), "bus");
+    QTEST(child<QTabWidget>("tabs")->currentIndex(), "tab");
+    QFETCH(int, tab);
+    QFETCH(QString, selected);
+    auto *table = tab == 2 ? child<QTableWidget>("groupTable")
+                           : child<QTableWidget>(tab == 0 ? "inputTable" : "outputTable");
+    const QList<QTableWidgetItem *> chosen = table->selectedItems();
+    if (selected.isEmpty()) {
+        QVERIFY(status().contains(QLatin1String("cclink")));
+        return;
+    }
+    QVERIFY(!chosen.isEmpty());
+    QCOMPARE(table->item(chosen.constFirst()->row(), tab == 2 ? 2 : 1)->text(), selected);
+}
+
+QTEST_MAIN(TestMappingScreen)
+#include "tst_mappingscreen.moc"
