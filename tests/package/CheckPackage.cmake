@@ -16,6 +16,7 @@ file(GLOB_RECURSE installed RELATIVE ${prefix}/include ${prefix}/include/*.h)
 list(SORT installed)
 set(expected
     fieldbusconfig/BusFileDataManager.h fieldbusconfig/BusObserver.h fieldbusconfig/ConfigCheck.h
+    fieldbusconfig/ConfigDiff.h
     fieldbusconfig/ConfigSnapshot.h fieldbusconfig/FieldbusConfigGlobal.h
     fieldbusconfig/FieldbusConfigVersion.h fieldbusconfig/FieldbusPaths.h
     fieldbusconfig/FieldbusTypes.h fieldbusconfig/PendantSim.h fieldbusconfig/ProgressBarWidget.h

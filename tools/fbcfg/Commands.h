@@ -1,14 +1,18 @@
 #pragma once
 
+#include <fieldbusconfig/ConfigSnapshot.h>
 #include <fieldbusconfig/FieldbusTypes.h>
 
 #include <QCommandLineParser>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
 class BusFileDataManager;
 class Session;
+struct ConfigChange;
+struct Settings;
 
 // One command as the command line gave it.
 struct Call
@@ -42,8 +46,25 @@ int runDescribeSet(Session &session, const Call &call);
 int runEndianGet(Session &session, const Call &call);
 int runEndianSet(Session &session, const Call &call);
 int runCheck(Session &session, const Call &call);
+int runDiff(Session &session, const Call &call);
+int runExport(Session &session, const Call &call);
+// Runs a command that writes and sends on a throw-away copy of the controller
+// and workspace, and prints the changes it would make.
+int runDryRun(const Settings &settings, Handler handler, const Call &call);
 
 // ---- shared by the commands ----
+
+// The good rows of a CSV file of mappings, written to `mappingFile` in the
+// signal mapping format that the import reads; `rows` are those rows with
+// their CSV lines, `modules` their modules, `refused` why each other row
+// (by CSV line) cannot be imported. ExitOk, or the command's end.
+int csvToMappingFile(Session &session, const QString &csvPath, const QString &mappingFile,
+                     QVector<SnapshotMapping> &rows, QStringList &modules,
+                     QMap<int, QString> &refused);
+
+// The changes from `before` to `after`, grouped by file, or as JSON.
+void printChanges(const QVector<ConfigChange> &changes, const QString &before,
+                  const QString &after, bool json);
 
 // Bad usage: one line naming what is wrong and where to read more.
 int usageError(const Call &call, const QString &what);

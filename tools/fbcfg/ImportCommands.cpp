@@ -5,6 +5,7 @@
 #include "Session.h"
 
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -103,9 +104,22 @@ int runBackup(Session &session, const Call &)
 
 int runImport(Session &session, const Call &call)
 {
+    const bool fromCsv = call.isSet(QStringLiteral("csv"));
     const bool all = call.isSet(QStringLiteral("all"));
-    if (all == call.isSet(QStringLiteral("modules")))
-        return usageError(call, Fbcfg::tr("give either --modules A,B or --all"));
+    const bool skipBad = call.isSet(QStringLiteral("skip-bad"));
+    if (fromCsv) {
+        if (!call.args.isEmpty())
+            return usageError(call, Fbcfg::tr("give either FILE or --csv FILE"));
+        if (all || call.isSet(QStringLiteral("modules")))
+            return usageError(call, Fbcfg::tr("--modules and --all do not apply to --csv"));
+    } else {
+        if (call.args.isEmpty())
+            return usageError(call, Fbcfg::tr("missing argument FILE"));
+        if (all == call.isSet(QStringLiteral("modules")))
+            return usageError(call, Fbcfg::tr("give either --modules A,B or --all"));
+        if (skipBad)
+            return usageError(call, Fbcfg::tr("--skip-bad applies to --csv only"));
+    }
     int preference = 0;
     if (call.isSet(QStringLiteral("prefer"))) {
         const QString prefer = call.value(QStringLiteral("prefer"));
@@ -114,9 +128,11 @@ int runImport(Session &session, const Call &call)
                     call, Fbcfg::tr("--prefer must be present or imported, not '%1'").arg(prefer));
         preference = prefer == QLatin1String("present") ? MsgBox::Yes : MsgBox::No;
     }
-    const QString file = session.userPath(call.args.at(0));
+    const QString file =
+            session.userPath(fromCsv ? call.value(QStringLiteral("csv")) : call.args.at(0));
     QVector<SnapshotMapping> fileRows;
-    if (!QFileInfo(file).isFile() || !ConfigSnapshot::readMappingFile(file, fileRows)) {
+    if (!QFileInfo(file).isFile()
+        || (!fromCsv && !ConfigSnapshot::readMappingFile(file, fileRows))) {
         Output::error(Fbcfg::tr("cannot read %1").arg(file));
         return ExitFailure;
     }
@@ -128,14 +144,24 @@ int runImport(Session &session, const Call &call)
         return rc;
 
     QStringList modules{pv_layout};
-    if (!all) {
+    // A CSV file reaches the manager as a file in the signal mapping format.
+    QString mappingFile = file;
+    QMap<int, QString> refused;
+    QTemporaryDir scratch;
+    if (fromCsv) {
+        modules.clear();
+        mappingFile = scratch.filePath(QStringLiteral("signal_mapping_csv.cfg"));
+        if (const int rc =
+                    csvToMappingFile(session, file, mappingFile, fileRows, modules, refused))
+            return rc;
+    } else if (!all) {
         modules.clear();
         for (const QString &name : call.value(QStringLiteral("modules")).split(QLatin1Char(','))) {
             const QString key = moduleKey(m, name.trimmed());
             modules.append(key.isEmpty() ? name.trimmed() : key);
         }
     }
-    if (!m->readMapParaBackup(file, modules)) {
+    if (!m->readMapParaBackup(mappingFile, modules)) {
         Output::error(Fbcfg::tr("the library could not read %1").arg(file));
         return ExitFailure;
     }
@@ -173,19 +199,37 @@ int runImport(Session &session, const Call &call)
                     });
             if (there)
                 ++already;
+            else if (fromCsv)
+                refused.insert(mapping.line,
+                               QStringLiteral("%1: %2").arg(rowText(row, dir),
+                                                            dropReason(m, dir, row)));
             else
                 dropped.append(QStringLiteral("  %1 %2: %3")
                                        .arg(Fbcfg::tr("line %1").arg(mapping.line),
                                             rowText(row, dir), dropReason(m, dir, row)));
         }
     }
-    Output::line(Fbcfg::tr("%1: %2 rows to import, %3 already there, %4 dropped")
-                         .arg(file)
-                         .arg(taken)
-                         .arg(already)
-                         .arg(dropped.size()));
-    for (const QString &line : qAsConst(dropped))
-        Output::line(line);
+    if (fromCsv) {
+        Output::line(Fbcfg::tr("%1: %2 rows to import, %3 already there, %4 refused")
+                             .arg(file)
+                             .arg(taken)
+                             .arg(already)
+                             .arg(refused.size()));
+        for (auto it = refused.cbegin(); it != refused.cend(); ++it)
+            Output::note(QStringLiteral("%1:%2: %3").arg(file).arg(it.key()).arg(it.value()));
+        if (!refused.isEmpty() && !skipBad)
+            return refuse(Fbcfg::tr("nothing was written: %1 of the rows cannot be imported "
+                                    "(--skip-bad imports the others)")
+                                  .arg(refused.size()));
+    } else {
+        Output::line(Fbcfg::tr("%1: %2 rows to import, %3 already there, %4 dropped")
+                             .arg(file)
+                             .arg(taken)
+                             .arg(already)
+                             .arg(dropped.size()));
+        for (const QString &line : qAsConst(dropped))
+            Output::line(line);
+    }
 
     for (const BiBo dir : {BusInput, BusOutput}) {
         QVector<FuncAndMapInfo> present;

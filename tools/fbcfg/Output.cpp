@@ -11,6 +11,7 @@ namespace {
 
 bool verboseOutput = false;
 bool progressShown = false;
+bool linesToStderr = false;
 
 void write(FILE *stream, const QString &text)
 {
@@ -60,10 +61,15 @@ bool isVerbose()
     return verboseOutput;
 }
 
+void setLinesToStderr(bool toStderr)
+{
+    linesToStderr = toStderr;
+}
+
 void line(const QString &text)
 {
     endProgress();
-    write(stdout, text + QLatin1Char('\n'));
+    write(linesToStderr ? stderr : stdout, text + QLatin1Char('\n'));
 }
 
 void note(const QString &text)
@@ -100,7 +106,8 @@ void json(const QJsonValue &value)
     const QJsonDocument document =
             value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
     endProgress();
-    write(stdout, QString::fromUtf8(document.toJson(QJsonDocument::Indented)));
+    write(linesToStderr ? stderr : stdout,
+          QString::fromUtf8(document.toJson(QJsonDocument::Indented)));
 }
 
 void table(const QStringList &header, const QVector<QStringList> &rows)
@@ -131,6 +138,11 @@ void table(const QStringList &header, const QVector<QStringList> &rows)
 QString folded(const QString &text)
 {
     return text.simplified();
+}
+
+bool colourful()
+{
+    return isatty(STDOUT_FILENO) == 1 && !linesToStderr && qEnvironmentVariableIsEmpty("NO_COLOR");
 }
 
 bool stdinIsTerminal()

@@ -21,8 +21,9 @@ namespace Output {
 void setVerbose(bool verbose);
 bool isVerbose();
 
-// A line on stdout.
+// A line on stdout, or on stderr while a dry run keeps stdout for its diff.
 void line(const QString &text = QString());
+void setLinesToStderr(bool toStderr);
 // A line on stderr, as it stands.
 void note(const QString &text);
 // "fbcfg: TEXT" on stderr.
@@ -39,6 +40,8 @@ void table(const QStringList &header, const QVector<QStringList> &rows);
 QString folded(const QString &text);
 
 bool stdinIsTerminal();
+// Whether lines may carry colours: stdout is a terminal and NO_COLOR is not set.
+bool colourful();
 // Drops Qt's debug, info and warning output unless verbose.
 void installMessageHandler();
 

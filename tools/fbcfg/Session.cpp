@@ -35,7 +35,9 @@ QStringList sampleCandidates()
             QStringLiteral(FBCFG_SOURCE_SAMPLE)};
 }
 
-bool copyTree(const QString &from, const QString &to)
+} // namespace
+
+bool Session::copyTree(const QString &from, const QString &to)
 {
     if (!QDir().mkpath(to))
         return false;
@@ -51,6 +53,16 @@ bool copyTree(const QString &from, const QString &to)
     }
     return true;
 }
+
+QString Session::sampleDir()
+{
+    const QStringList candidates = sampleCandidates();
+    const auto found = std::find_if(candidates.cbegin(), candidates.cend(),
+                                    [](const QString &dir) { return QFileInfo(dir).isDir(); });
+    return found == candidates.cend() ? QString() : *found;
+}
+
+namespace {
 
 // An application parameter file that makes every module visible, so that the
 // manager keeps them all.
@@ -102,9 +114,9 @@ QString Session::userPath(const QString &path) const
     return QDir::cleanPath(QDir(m_startDir).absoluteFilePath(path));
 }
 
-int Session::open()
+int Session::prepare()
 {
-    if (m_opened)
+    if (!m_workspace.isEmpty())
         return ExitOk;
     if (m_settings.workspace.isEmpty()) {
         m_temporary =
@@ -122,7 +134,14 @@ int Session::open()
             return ExitFailure;
         }
     }
-    if (const int rc = prepareController())
+    return prepareController();
+}
+
+int Session::open()
+{
+    if (m_opened)
+        return ExitOk;
+    if (const int rc = prepare())
         return rc;
 
     const QString pendantDir = m_workspace + QStringLiteral("/pendant");
@@ -172,16 +191,13 @@ int Session::prepareController()
         return ExitOk;
     }
 
-    const QStringList candidates = sampleCandidates();
-    const auto found = std::find_if(candidates.cbegin(), candidates.cend(),
-                                    [](const QString &dir) { return QFileInfo(dir).isDir(); });
-    if (found == candidates.cend()) {
+    const QString sample = sampleDir();
+    if (sample.isEmpty()) {
         Output::error(Fbcfg::tr("the sample controller is missing (looked in %1); give one with "
                                 "--controller")
-                              .arg(candidates.join(QStringLiteral(", "))));
+                              .arg(sampleCandidates().join(QStringLiteral(", "))));
         return ExitFailure;
     }
-    const QString sample = *found;
     // A fresh copy each run: the sample itself is never changed.
     m_controllerDir = m_workspace + QStringLiteral("/Controller");
     QDir(m_controllerDir).removeRecursively();

@@ -45,6 +45,8 @@ public:
 
     const Settings &settings() const { return m_settings; }
 
+    // Sets up the workspace and the controller folder, without the manager.
+    int prepare();
     // Sets up the workspace and the manager; ExitOk or ExitFailure.
     int open();
     // Asks the manager for the files and waits for each; opens first if needed.
@@ -62,6 +64,10 @@ public:
     // A question the library asked that nobody could answer; ExitFailure
     // (after saying so) when there was one, else ExitOk.
     int unansweredQuestion();
+
+    // The bundled sample controller, or empty when it is missing.
+    static QString sampleDir();
+    static bool copyTree(const QString &from, const QString &to);
 
     void onFileNotify(FileHandle handle, const QString &fileKey, bool isSuccess) override;
 

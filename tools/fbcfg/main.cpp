@@ -76,6 +76,24 @@ const OptionInfo commandOptions[] = {
          QT_TRANSLATE_NOOP("fbcfg",
                            "For functions that both sides map differently: keep the present "
                            "mapping or take the imported one (default: ask on a terminal).")},
+        {"dry-run", nullptr,
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Print the changes the command would make (as fbcfg diff does) and "
+                           "change nothing, neither the working copy nor the controller.")},
+        {"against", "DIR",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Compare the controller with the configuration in DIR (a controller "
+                           "folder or a pendant working folder) instead of the working copy "
+                           "with the controller.")},
+        {"csv", "FILE", QT_TRANSLATE_NOOP("fbcfg", "The CSV file of mappings.")},
+        {"excel", nullptr,
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Begin the file with the byte-order mark that spreadsheet programs "
+                           "need to show Chinese names.")},
+        {"skip-bad", nullptr,
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Import the good rows even when some rows are refused (default: "
+                           "nothing is written then).")},
 };
 
 struct CommandInfo
@@ -90,6 +108,8 @@ struct CommandInfo
     int maxArgs;
     bool json;
     Handler handler;
+    // Writes and sends: takes --dry-run.
+    bool dryRun = false;
 };
 
 const CommandInfo commands[] = {
@@ -101,11 +121,11 @@ const CommandInfo commands[] = {
         {"bus", "list", "",
          QT_TRANSLATE_NOOP("fbcfg", "List the fieldbuses and whether each is on."), nullptr, "", 0,
          0, true, runBusList},
-        {"bus", "enable", "SHORT", QT_TRANSLATE_NOOP("fbcfg", "Switch a bus on."), nullptr, "", 1,
-         1, false, runBusSwitch},
+        {"bus", "enable", "SHORT", QT_TRANSLATE_NOOP("fbcfg", "Switch a bus on."), nullptr, "dry-run", 1,
+         1, false, runBusSwitch, true},
         {"bus", "disable", "SHORT",
          QT_TRANSLATE_NOOP("fbcfg", "Switch a bus off; its mapped signals stay mapped."), nullptr,
-         "", 1, 1, false, runBusSwitch},
+         "dry-run", 1, 1, false, runBusSwitch, true},
         {"bus", "performance", "SHORT on|off [--current MASK]",
          QT_TRANSLATE_NOOP("fbcfg",
                            "Print the new communication-performance switch word when the "
@@ -128,10 +148,10 @@ const CommandInfo commands[] = {
                            "on, the address within the bus's area, free, and for a bool "
                            "signal outside every group. A refused change writes nothing and "
                            "ends with exit status 1."),
-         "dir filter-time invert", 4, 4, false, runMapSet},
+         "dir filter-time invert dry-run", 4, 4, false, runMapSet, true},
         {"map", "unset", "MODULE FUNCTION --dir in|out",
-         QT_TRANSLATE_NOOP("fbcfg", "Remove the mapping of a function."), nullptr, "dir", 2, 2,
-         false, runMapUnset},
+         QT_TRANSLATE_NOOP("fbcfg", "Remove the mapping of a function."), nullptr, "dir dry-run",
+         2, 2, false, runMapUnset, true},
         {"group", "list", "[--bus BUS] [--dir in|out]",
          QT_TRANSLATE_NOOP("fbcfg", "List the group signals' groups."), nullptr, "bus dir", 0, 0,
          true, runGroupList},
@@ -142,21 +162,25 @@ const CommandInfo commands[] = {
          QT_TRANSLATE_NOOP("fbcfg",
                            "The range must hold no mapped bool signal and overlap no other "
                            "group of the bus."),
-         "dir type", 4, 4, false, runGroupSet},
+         "dir type dry-run", 4, 4, false, runGroupSet, true},
         {"group", "delete", "BUS NUMBER --dir in|out --type int|float|string",
          QT_TRANSLATE_NOOP("fbcfg", "Delete a group that no mapped signal uses."), nullptr,
-         "dir type", 2, 2, false, runGroupDelete},
+         "dir type dry-run", 2, 2, false, runGroupDelete, true},
         {"backup", nullptr, "",
          QT_TRANSLATE_NOOP("fbcfg", "Copy the signal mapping to the controller's mapping backup."),
          nullptr, "", 0, 0, false, runBackup},
-        {"import", nullptr, "FILE (--modules A,B | --all) [--prefer present|imported]",
+        {"import", nullptr,
+         "FILE (--modules A,B | --all) | --csv FILE [--skip-bad] [--prefer present|imported]",
          QT_TRANSLATE_NOOP("fbcfg",
-                           "Import the mappings of some modules from a saved mapping file."),
+                           "Import the mappings of some modules from a saved mapping file, or "
+                           "mappings from a CSV file."),
          QT_TRANSLATE_NOOP("fbcfg",
                            "Rows the controller cannot carry are dropped and reported. The "
                            "present mapping is backed up first. The new mapping takes effect "
-                           "after a controller restart."),
-         "modules all prefer", 1, 1, false, runImport},
+                           "after a controller restart. A CSV file (as fbcfg export writes it) "
+                           "goes through the same rules; a refused CSV row is named by its "
+                           "line, and then nothing is written unless --skip-bad is given."),
+         "modules all prefer csv skip-bad dry-run", 0, 1, false, runImport, true},
         {"describe", "list", "", QT_TRANSLATE_NOOP("fbcfg", "List the users' signal descriptions."),
          nullptr, "", 0, 0, true, runDescribeList},
         {"describe", "set", "NAME[INDEX] TEXT",
@@ -166,19 +190,36 @@ const CommandInfo commands[] = {
          QT_TRANSLATE_NOOP("fbcfg",
                            "The file is written without escaping, so TEXT must not hold "
                            "\"<\", and NAME none of \" < [ ]."),
-         "", 2, 2, false, runDescribeSet},
+         "dry-run", 2, 2, false, runDescribeSet, true},
         {"endian", "get", "",
          QT_TRANSLATE_NOOP("fbcfg", "Print the byte order of the fieldbus slave."), nullptr, "", 0,
          0, true, runEndianGet},
         {"endian", "set", "big|little",
-         QT_TRANSLATE_NOOP("fbcfg", "Set the byte order of the fieldbus slave."), nullptr, "", 1, 1,
-         false, runEndianSet},
+         QT_TRANSLATE_NOOP("fbcfg", "Set the byte order of the fieldbus slave."), nullptr,
+         "dry-run", 1, 1, false, runEndianSet, true},
         {"check", nullptr, "",
          QT_TRANSLATE_NOOP("fbcfg", "Check the whole configuration and list what is wrong."),
          QT_TRANSLATE_NOOP("fbcfg",
                            "One line per finding: FILE:LINE: KIND: MESSAGE. Exit status 1 "
                            "when there are errors."),
          "", 0, 0, true, runCheck},
+        {"diff", nullptr, "[--against DIR]",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Show how the pendant's working copy differs from the controller, "
+                           "or the controller from another folder."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Files are compared by what they mean, not as text: mappings, "
+                           "groups, buses, areas, descriptions and the byte order. Changes are "
+                           "grouped by file: + added, - removed, ~ changed, with the lines on "
+                           "each side. Exit status 0 when equal, 1 when they differ."),
+         "against", 0, 0, true, runDiff},
+        {"export", nullptr, "--csv FILE [--bus BUS] [--dir in|out] [--excel]",
+         QT_TRANSLATE_NOOP("fbcfg", "Write the mapped signals to a CSV file."),
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Columns: module, function, function display name, type, bus, "
+                           "direction, address, filter time, invert; UTF-8 with RFC 4180 "
+                           "quoting. fbcfg import --csv reads the file back."),
+         "csv bus dir excel", 0, 0, false, runExport},
 };
 
 QString words(const CommandInfo &c)
@@ -392,7 +433,8 @@ int settle(const Call &call, const CommandInfo &c, Settings &settings)
     }
     if (call.args.size() > c.maxArgs)
         return usageError(call, Fbcfg::tr("unexpected argument '%1'").arg(call.args.at(c.maxArgs)));
-    if (parser.isSet(QStringLiteral("json")) && !c.json)
+    if (parser.isSet(QStringLiteral("json")) && !c.json
+        && !(c.dryRun && parser.isSet(QStringLiteral("dry-run"))))
         return usageError(call, Fbcfg::tr("--json does not apply to fbcfg %1").arg(call.name));
     if (parser.isSet(QStringLiteral("yes")) && parser.isSet(QStringLiteral("no")))
         return usageError(call, Fbcfg::tr("--yes and --no exclude each other"));
@@ -509,6 +551,8 @@ int main(int argc, char *argv[])
     Settings settings;
     if (const int rc = settle(call, *command, settings))
         return rc;
+    if (command->dryRun && parser.isSet(QStringLiteral("dry-run")))
+        return runDryRun(settings, command->handler, call);
     Session session(settings);
     return command->handler(session, call);
 }

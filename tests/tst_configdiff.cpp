@@ -1,0 +1,166 @@
+// The configuration diff: known edits of the sample controller give exactly
+// the changes they stand for, and edits of form alone give none.
+#include "ConfigDiff.h"
+#include "TestWorkspace.h"
+
+#include <QDirIterator>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QString sample = FBC_TEST_DATA "/../../examples/controller";
+const QString fidbus = "application/fidbus/";
+
+void copyTree(const QString &from, const QString &to)
+{
+    QDirIterator it(from, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString target = to + '/' + QDir(from).relativeFilePath(source);
+        QVERIFY(QDir().mkpath(QFileInfo(target).path()));
+        QVERIFY(QFile::copy(source, target));
+    }
+}
+
+// "FILE|PATTERN|REPLACEMENT": the first match replaced; "FILE|-" removes the file.
+void edit(const QString &root, const QString &spec)
+{
+    const QStringList parts = spec.split('|');
+    QFile file(root + '/' + parts.at(0));
+    if (parts.at(1) == "-") {
+        QVERIFY(file.remove());
+        return;
+    }
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QString text = QString::fromUtf8(file.readAll());
+    file.close();
+    const QRegularExpressionMatch match =
+            QRegularExpression(parts.at(1), QRegularExpression::MultilineOption).match(text);
+    QVERIFY2(match.hasMatch(), qPrintable(spec));
+    QString replacement = parts.at(2);
+    replacement.replace("\\n", "\n").replace("\\1", match.captured(1));
+    text.replace(match.capturedStart(), match.capturedLength(), replacement);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text.toUtf8());
+}
+
+// Every run of blanks in a line file made one blank: the same configuration.
+void repad(const QString &root, const QString &name)
+{
+    QFile file(root + '/' + fidbus + name);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QString text = QString::fromUtf8(file.readAll());
+    file.close();
+    text.replace(QRegularExpression(" +"), " ");
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(text.toUtf8());
+}
+
+} // namespace
+
+class TstConfigDiff : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void compare_data();
+    void compare();
+};
+
+void TstConfigDiff::compare_data()
+{
+    QTest::addColumn<QStringList>("edits");
+    // "KIND FILE LINE-BEFORE LINE-AFTER SUBJECT: BEFORE => AFTER"
+    QTest::addColumn<QStringList>("expected");
+    const QString map = fidbus + "signal_mapping.cfg";
+    const QString grp = fidbus + "user_groupio.cfg";
+    const QString stop = map + "|(-Name ext_stop .*-Address )1 ";
+    QTest::newRow("unchanged") << QStringList() << QStringList();
+    QTest::newRow("re-padded") << QStringList{"repad"} << QStringList();
+    QTest::newRow("moved") << QStringList{stop + "|\\199 "}
+                           << QStringList{"mapping-moved " + map
+                                          + " 5 5 input Common ext_stop: mtcp 1 (bool), filter "
+                                            "time 0, invert 1 => mtcp 99 (bool), filter time 0, "
+                                            "invert 1"};
+    QTest::newRow("invert") << QStringList{map + "|(-Name ext_stop .*-Invert )1|\\10"}
+                            << QStringList{"mapping-changed " + map
+                                           + " 5 5 input Common ext_stop: mtcp 1 (bool), filter "
+                                             "time 0, invert 1 => mtcp 1 (bool), filter time 0, "
+                                             "invert 0"};
+    QTest::newRow("unmapped") << QStringList{stop + "|\\1-1 "}
+                              << QStringList{"mapping-removed " + map
+                                             + " 5 0 input Common ext_stop: mtcp 1 (bool), filter "
+                                               "time 0, invert 1 => "};
+    QTest::newRow("line removed, rest shifted")
+            << QStringList{map + "|^.*-Name ext_stop .*\\n|"}
+            << QStringList{"mapping-removed " + map
+                           + " 5 0 input Common ext_stop: mtcp 1 (bool), filter time 0, invert 1 => "};
+    QTest::newRow("added") << QStringList{map + "|(-Name single_cycle .*-Address )-1 |\\130 "}
+                           << QStringList{"mapping-added " + map
+                                          + " 0 21 input Common single_cycle:  => mtcp 30 (bool), "
+                                            "filter time 0, invert 0"};
+    QTest::newRow("group range") << QStringList{grp + "|192-207|192-199"}
+                                 << QStringList{"group-changed " + grp
+                                                + " 4 4 int input group 1 of mtcp: 192-207 => "
+                                                  "192-199"};
+    QTest::newRow("group renumbered")
+            << QStringList{grp + "|(-Type int +-Address )1 |\\17 "}
+            << QStringList{"group-removed " + grp + " 4 0 int input group 1 of mtcp: 192-207 => ",
+                           "group-added " + grp + " 0 4 int input group 7 of mtcp:  => 192-207"};
+    QTest::newRow("bus off") << QStringList{fidbus + "fieldbus.xml|(\"pfn\">\\s*<enable>)1|\\10"}
+                             << QStringList{"bus-disabled " + fidbus
+                                            + "fieldbus.xml 0 0 pfn (ProfinetSlave): on => off"};
+    QTest::newRow("area") << QStringList{fidbus + "fieldbus_config.xml|64</Var|48</Var"}
+                          << QStringList{"area-changed " + fidbus
+                                         + "fieldbus_config.xml 0 0 ModbusSys entry 0: start 256, "
+                                           "stop 319, length 64 => start 256, stop 319, length 48"};
+    QTest::newRow("descriptions")
+            << QStringList{fidbus + "user_description.xml|Start from line PLC|Start",
+                           fidbus + "user_description.xml|<Index>1<|<Index>77<"}
+            << QStringList{"description-changed " + fidbus
+                                   + "user_description.xml 0 0 fbIn[0]: Start from line PLC => Start",
+                           "description-removed " + fidbus
+                                   + "user_description.xml 0 0 fbIn[1]: Stop from line PLC, "
+                                     "normally closed => ",
+                           "description-added " + fidbus
+                                   + "user_description.xml 0 0 fbIn[77]:  => Stop from line PLC, "
+                                     "normally closed"};
+    QTest::newRow("endian") << QStringList{"fa/fbslave.cfgx|little|big"}
+                            << QStringList{"endian-changed fa/fbslave.cfgx 0 0 byte order: little "
+                                           "=> big"};
+    QTest::newRow("file gone") << QStringList{grp + "|-"}
+                               << QStringList{"file-removed " + grp + " 0 0 the file:  => "};
+}
+
+void TstConfigDiff::compare()
+{
+    QFETCH(QStringList, edits);
+    QFETCH(QStringList, expected);
+    QTemporaryDir tmp;
+    copyTree(sample, tmp.path());
+    const ConfigSnapshot before = ConfigSnapshot::load(tmp.path(), ConfigSnapshot::ControllerLayout);
+    for (const QString &spec : edits) {
+        if (spec == "repad") {
+            repad(tmp.path(), "signal_mapping.cfg");
+            repad(tmp.path(), "user_groupio.cfg");
+        } else {
+            edit(tmp.path(), spec);
+        }
+    }
+    const ConfigSnapshot after = ConfigSnapshot::load(tmp.path(), ConfigSnapshot::ControllerLayout);
+    QStringList found;
+    for (const ConfigChange &c : ConfigDiff::compare(before, after))
+        found << QStringLiteral("%1 %2 %3 %4 %5: %6 => %7")
+                         .arg(c.kind, c.file)
+                         .arg(c.lineBefore)
+                         .arg(c.lineAfter)
+                         .arg(c.subject, c.before, c.after);
+    QCOMPARE(found, expected);
+    // The other way round, every change turns over.
+    QCOMPARE(ConfigDiff::compare(after, before).size(), expected.size());
+}
+
+QTEST_GUILESS_MAIN(TstConfigDiff)
+#include "tst_configdiff.moc"

@@ -1,0 +1,173 @@
+#include "Commands.h"
+#include "Csv.h"
+#include "Output.h"
+#include "Session.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <QTextCodec>
+
+namespace {
+
+// The columns of the file, as fbcfg export writes them and import reads them.
+const QStringList header{QStringLiteral("module"),    QStringLiteral("function"),
+                         QStringLiteral("function display name"),
+                         QStringLiteral("type"),      QStringLiteral("bus"),
+                         QStringLiteral("direction"), QStringLiteral("address"),
+                         QStringLiteral("filter time"), QStringLiteral("invert")};
+enum Column { Module, Function, Display, Type, Bus, Direction, Address, FilterTime, Invert };
+
+bool isUtf8(const QByteArray &bytes)
+{
+    QTextCodec::ConverterState state;
+    QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars == 0;
+}
+
+// A CSV row as a mapping row, or why it is refused.
+QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo &row, BiBo &dir)
+{
+    if (!record.error.isEmpty())
+        return record.error;
+    const QStringList &f = record.fields;
+    if (f.size() != header.size())
+        return Fbcfg::tr("%1 fields expected, found %2").arg(header.size()).arg(f.size());
+    row.module = moduleKey(m, f.at(Module).trimmed());
+    if (row.module.isEmpty())
+        return Fbcfg::tr("there is no module '%1'").arg(f.at(Module));
+    if (row.module == pv_layout)
+        return Fbcfg::tr("the rows of %1 are not imported").arg(pv_layout);
+    const QString direction = f.at(Direction).trimmed();
+    if (direction != QLatin1String("in") && direction != QLatin1String("out"))
+        return Fbcfg::tr("the direction must be in or out, not '%1'").arg(direction);
+    dir = direction == QLatin1String("in") ? BusInput : BusOutput;
+    const QString name = f.at(Function).trimmed();
+    const QVector<FuncAndMapInfo> declared = m->getFuncList(row.module).value(dir);
+    const auto function =
+            std::find_if(declared.cbegin(), declared.cend(), [&name](const FuncAndMapInfo &d) {
+                return d.name == name || (!d.nameCn.isEmpty() && d.nameCn == name);
+            });
+    if (function == declared.cend())
+        return Fbcfg::tr("%1 declares no %2 function '%3'")
+                .arg(row.module, directionWord(dir), name);
+    row.name = function->name;
+    row.type = function->type;
+    const QString type = f.at(Type).trimmed();
+    if (!type.isEmpty() && type.compare(row.type, Qt::CaseInsensitive) != 0)
+        return Fbcfg::tr("the type is %1, not '%2'").arg(row.type, type);
+    row.fieldBus = f.at(Bus).trimmed().toLower();
+    static const QRegularExpression busShape(QStringLiteral("^[a-z0-9_]+$"));
+    if (!busShape.match(row.fieldBus).hasMatch())
+        return Fbcfg::tr("'%1' is not a bus short name").arg(f.at(Bus));
+    int number = 0;
+    if (!readInt(f.at(Address).trimmed(), &number))
+        return Fbcfg::tr("the address '%1' is not a number").arg(f.at(Address));
+    row.address = QString::number(number);
+    const QPair<int, QString *> optional[] = {{FilterTime, &row.filterTime},
+                                              {Invert, &row.invert}};
+    for (const auto &column : optional) {
+        const QString text = f.at(column.first).trimmed();
+        if (!text.isEmpty() && !readInt(text, &number))
+            return Fbcfg::tr("the %1 '%2' is not a number").arg(header.at(column.first), text);
+        *column.second = text.isEmpty() ? QStringLiteral("0") : QString::number(number);
+    }
+    if (row.invert != QLatin1String("0") && row.invert != QLatin1String("1"))
+        return Fbcfg::tr("invert must be 0 or 1, not '%1'").arg(row.invert);
+    return QString();
+}
+
+} // namespace
+
+int runExport(Session &session, const Call &call)
+{
+    if (!call.isSet(QStringLiteral("csv")))
+        return usageError(call, Fbcfg::tr("--csv FILE is required"));
+    QVector<BiBo> directions;
+    if (const int rc = readDirections(call, false, directions))
+        return rc;
+    const QString path = session.userPath(call.value(QStringLiteral("csv")));
+    if (const int rc = session.fetch(Session::Functions | Session::SignalMap))
+        return rc;
+    BusFileDataManager *m = session.manager();
+    const QString bus = call.value(QStringLiteral("bus"));
+    QByteArray bytes = call.isSet(QStringLiteral("excel")) ? csv::byteOrderMark : QByteArray();
+    bytes += csv::format(header);
+    int count = 0;
+    for (const BiBo dir : qAsConst(directions)) {
+        QVector<FuncAndMapInfo> rows;
+        m->getBusSignalMap(dir, rows);
+        for (const FuncAndMapInfo &row : qAsConst(rows)) {
+            if (row.address.trimmed() == QLatin1String("-1")
+                || (!bus.isEmpty() && row.fieldBus.compare(bus, Qt::CaseInsensitive) != 0))
+                continue;
+            bytes += csv::format({row.module, row.name, functionDisplay(m, row.module, row.name),
+                                  row.type, row.fieldBus, directionKey(dir), row.address,
+                                  row.filterTime, row.invert});
+            ++count;
+        }
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        Output::error(Fbcfg::tr("cannot write %1").arg(path));
+        return ExitFailure;
+    }
+    Output::line(Fbcfg::tr("%1 mappings written to %2").arg(count).arg(path));
+    return ExitOk;
+}
+
+int csvToMappingFile(Session &session, const QString &csvPath, const QString &mappingFile,
+                     QVector<SnapshotMapping> &rows, QStringList &modules,
+                     QMap<int, QString> &refused)
+{
+    QFile in(csvPath);
+    if (!in.open(QIODevice::ReadOnly)) {
+        Output::error(Fbcfg::tr("cannot read %1").arg(csvPath));
+        return ExitFailure;
+    }
+    const QByteArray bytes = in.readAll();
+    if (!isUtf8(bytes))
+        return refuse(Fbcfg::tr("%1 is not UTF-8").arg(csvPath));
+    const QVector<csv::Record> records = csv::parse(bytes);
+    QStringList firstRow = records.value(0).fields;
+    for (QString &field : firstRow)
+        field = field.trimmed().toLower();
+    if (records.isEmpty() || firstRow != header)
+        return refuse(Fbcfg::tr("%1:1: the first row must be the header %2")
+                              .arg(csvPath, header.join(QLatin1Char(','))));
+    BusFileDataManager *m = session.manager();
+    // The good rows in the signal mapping format, inputs and outputs apart.
+    QByteArray sections[2];
+    QVector<int> lines[2];
+    for (const csv::Record &record : records.mid(1)) {
+        FuncAndMapInfo row;
+        BiBo dir = BusInput;
+        const QString why = readRow(m, record, row, dir);
+        if (!why.isEmpty()) {
+            refused.insert(record.line, why);
+            continue;
+        }
+        sections[dir] += QStringLiteral("    -Module %1 -Name %2 -Type %3 -FieldBus %4 -Address %5 "
+                                        "-FilterTime %6 -Invert %7\n")
+                                 .arg(row.module, row.name, row.type, row.fieldBus, row.address,
+                                      row.filterTime, row.invert)
+                                 .toUtf8();
+        lines[dir].append(record.line);
+        if (!modules.contains(row.module))
+            modules.append(row.module);
+    }
+    QSaveFile out(mappingFile);
+    const QByteArray text = "#System_Input:\n" + sections[BusInput] + "\n#System_Output:\n"
+            + sections[BusOutput];
+    if (!out.open(QIODevice::WriteOnly) || out.write(text) != text.size() || !out.commit()
+        || !ConfigSnapshot::readMappingFile(mappingFile, rows)
+        || rows.size() != lines[BusInput].size() + lines[BusOutput].size()) {
+        Output::error(Fbcfg::tr("cannot write %1").arg(mappingFile));
+        return ExitFailure;
+    }
+    // Rows are named by their lines in the CSV file.
+    const QVector<int> csvLines = lines[BusInput] + lines[BusOutput];
+    for (int i = 0; i < rows.size(); ++i)
+        rows[i].line = csvLines.at(i);
+    return ExitOk;
+}
