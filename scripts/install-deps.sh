@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need. Safe to run again.
-#   scripts/install-deps.sh [fuzz] [bench]   also what fuzzing or benchmarks need
+#   scripts/install-deps.sh [fuzz] [bench] [screenshot]   also what fuzzing, benchmarks
+#                                                        or scripts/screenshot.sh --xvfb need
 set -euo pipefail
 
 packages=(
@@ -12,7 +13,8 @@ for extra in "$@"; do
     case "$extra" in
     fuzz) packages+=(clang-14 libclang-rt-14-dev) ;;
     bench) packages+=(libbenchmark-dev) ;;
-    *) echo "install-deps: unknown extra '$extra' (fuzz, bench)" >&2; exit 2 ;;
+    screenshot) packages+=(xvfb xauth imagemagick) ;;
+    *) echo "install-deps: unknown extra '$extra' (fuzz, bench, screenshot)" >&2; exit 2 ;;
     esac
 done
 

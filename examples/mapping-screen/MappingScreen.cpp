@@ -63,6 +63,7 @@ QTableWidget *table(int columns, QWidget *parent)
     t->verticalHeader()->hide();
     t->verticalHeader()->setDefaultSectionSize(22);
     t->horizontalHeader()->setStretchLastSection(true);
+    t->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     return t;
 }
 
@@ -202,7 +203,7 @@ QWidget *MappingScreen::buildPage(BiBo dir)
     p.table->setObjectName(prefix + QStringLiteral("Table"));
     p.table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
                              | QAbstractItemView::AnyKeyPressed);
-    const int widths[] = {80, 150, 70, 60, 70};
+    const int widths[] = {70, 140, 62, 60, 72};
     for (int column = ModuleColumn; column < InvertColumn; ++column)
         p.table->horizontalHeader()->resizeSection(column, widths[column]);
     connect(p.table, &QTableWidget::itemChanged, this,
@@ -439,6 +440,8 @@ void MappingScreen::showMapping(BiBo dir)
         page.table->setItem(i, FilterColumn, cell(row.filterTime));
         page.table->setItem(i, InvertColumn, cell(row.invert));
     }
+    page.table->setCurrentItem(nullptr);
+    page.table->scrollToTop();
     showFreeFunctions(dir);
 }
 
