@@ -5,19 +5,19 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QMutex>
-#include <QMutexLocker>
 #include <QSaveFile>
 #include <QThread>
 
 #include <cstdio>
+#include <mutex>
 
 namespace pendantsim {
 namespace {
 
 struct State
 {
-    QMutex mutex;
+    // A standard mutex rather than QMutex, whose futex ThreadSanitizer cannot see.
+    std::mutex mutex;
     QString controllerRoot;
     bool connected = true;
     int failuresDue = 0;
@@ -43,14 +43,14 @@ State &state()
 template<typename T>
 T locked(T State::*member)
 {
-    QMutexLocker lock(&state().mutex);
+    const std::lock_guard<std::mutex> lock(state().mutex);
     return state().*member;
 }
 
 template<typename T>
 void setLocked(T State::*member, const T &value)
 {
-    QMutexLocker lock(&state().mutex);
+    const std::lock_guard<std::mutex> lock(state().mutex);
     state().*member = value;
 }
 
@@ -102,7 +102,7 @@ int transferAttempts()
 
 void resetCounters()
 {
-    QMutexLocker lock(&state().mutex);
+    const std::lock_guard<std::mutex> lock(state().mutex);
     state().attempts = 0;
     state().reboots = 0;
 }
@@ -164,7 +164,7 @@ bool servoOn()
 
 void setMsgBoxAnswers(const QList<int> &answers)
 {
-    QMutexLocker lock(&state().mutex);
+    const std::lock_guard<std::mutex> lock(state().mutex);
     state().answers = answers;
     state().handler = nullptr;
 }
@@ -222,7 +222,7 @@ int showMessage(const ShownMessage &message)
     printMessage(message);
     std::function<int(const ShownMessage &)> handler;
     {
-        QMutexLocker lock(&state().mutex);
+        const std::lock_guard<std::mutex> lock(state().mutex);
         state().shown.append(message);
         if (!state().handler)
             return state().answers.isEmpty() ? 0 : state().answers.takeFirst();
@@ -239,7 +239,7 @@ int rebootRequests()
 
 void recordRebootRequest()
 {
-    QMutexLocker lock(&state().mutex);
+    const std::lock_guard<std::mutex> lock(state().mutex);
     ++state().reboots;
 }
 
@@ -248,7 +248,7 @@ bool transferFile(const QString &from, const QString &to, bool makeFolders)
     int delayMs = 0;
     QString refusal;
     {
-        QMutexLocker lock(&state().mutex);
+        const std::lock_guard<std::mutex> lock(state().mutex);
         ++state().attempts;
         delayMs = state().delayMs;
         if (!state().connected) {

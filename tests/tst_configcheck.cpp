@@ -307,7 +307,8 @@ private slots:
     // faults its README lists.
     void sampleTrees()
     {
-        const QString examples = QFINDTESTDATA("../examples");
+        // Beside the test data: a build tree has an examples folder of its own.
+        const QString examples = QDir::cleanPath(FBC_TEST_DATA "/../../examples");
         const auto found = [&](const QString &tree) {
             QStringList labels;
             for (const CheckFinding &f : ConfigCheck::run(ConfigSnapshot::load(
