@@ -42,6 +42,21 @@ QString normalizedXml(const QByteArray &bytes)
     return text.replace(QRegularExpression(">\\s+<"), "><").trimmed();
 }
 
+// Runs the tool; its exit code, with what it printed in `out` and `err`.
+int runTool(const QStringList &args, QString *out = nullptr, QString *err = nullptr)
+{
+    QProcess tool;
+    tool.start(FBCFG_PATH, args);
+    tool.closeWriteChannel();
+    if (!tool.waitForFinished(60000))
+        return -1;
+    if (out)
+        *out = QString::fromUtf8(tool.readAllStandardOutput());
+    if (err)
+        *err = QString::fromUtf8(tool.readAllStandardError());
+    return tool.exitCode();
+}
+
 const QString fieldbusXml = "application/fidbus/fieldbus.xml";
 const QString signalMap = "application/fidbus/signal_mapping.cfg";
 const QString mapBackup = "application/fidbus/signal_mapping_backup.cfg";
@@ -56,6 +71,9 @@ private slots:
     void initTestCase();
     void run_data();
     void run();
+    void csvRoundTrip();
+    void csvRefusedRows();
+    void diffWorkingCopy();
 
 private:
     // Another controller folder can be tried with FBCFG_SAMPLE.
@@ -181,6 +199,31 @@ void TstFbcfg::run_data()
         QStringList(import) << "--prefer"
                             << "imported",
         0, "restart", {signalMap, mapBackup});
+    const QString dry = "dry run: nothing was changed";
+    row("dry bus disable", {"bus", "disable", "{onBus}", "--dry-run"}, 0,
+        "^  ~ {onBus} \\(.*\\): on -> off$");
+    row("dry map set", {"map", "set", "{mod}", "{func}", "{bus}", "{free}", "--dir", "in", "--dry-run"},
+        0, "^  ~ input {mod} {func}: .* -> {bus} {free} .*\\(line \\d+\\)$");
+    row("dry map unset", {"map", "unset", "{mod}", "{func}", "--dir", "in", "--dry-run"}, 0,
+        "^  - input {mod} {func}: {bus} ");
+    row("dry refused", {"map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in",
+                        "--dry-run"}, 1, "refused");
+    row("dry group overlap",
+        {"group", "set", "{gbus}", "{gfree}", "{gfirst}", "{glast}", "--dir", "in", "--type",
+         "{gtype}", "--dry-run"},
+        1, "refused: .*overlaps");
+    row("dry describe", {"describe", "set", "fbIn[0]", "new text", "--dry-run"}, 0,
+        "^  [~+] fbIn\\[0\\]: .*new text$");
+    row("dry endian json", {"endian", "set", "big", "--dry-run", "--json"}, 0,
+        "\"kind\": \"endian-changed\"");
+    row("dry import", QStringList(import) << "--prefer" << "imported" << "--dry-run", 0,
+        dry + ".* would make [1-9]");
+    row("diff equal", {"diff", "--against", "%CONTROLLER%"}, 0, "^no differences$");
+    row("diff faults", {"diff", "--against", "%FAULTS%"}, 1,
+        "^application/fidbus/signal_mapping.cfg\\n  [-+~] ");
+    row("diff faults json", {"diff", "--against", "%FAULTS%", "--json"}, 1,
+        "\"kind\": \"mapping-");
+    row("diff without working copy", {"diff"}, 2, "no working copy");
     row("question unanswered", {"bus", "performance", "eip", "on", "--current", "1"}, 2,
         "question: .*\\n[\\s\\S]*nothing was changed.*--yes");
     row("question yes", {"bus", "performance", "eip", "on", "--current", "1", "--yes"}, 0, "^4$");
@@ -218,17 +261,23 @@ void TstFbcfg::run()
     QTemporaryDir tmp;
     const QString controller = tmp.filePath("controller");
     copyTree(sample, controller);
+    const QString ws = tmp.filePath("ws");
+    // A dry run leaves a working copy as it found it, too.
+    const bool dryRun = args.contains("--dry-run");
+    if (dryRun)
+        QCOMPARE(runTool({"map", "list", "--controller", controller, "--workspace", ws}), 0);
     const QHash<QString, QByteArray> before = readTree(controller);
+    const QHash<QString, QByteArray> workspace = readTree(ws);
     args.replaceInStrings("%CONTROLLER%", controller);
-    QProcess tool;
-    tool.start(FBCFG_PATH,
-               args << "--controller" << controller << "--workspace" << tmp.filePath("ws"));
-    tool.closeWriteChannel();
-    QVERIFY(tool.waitForFinished(60000));
-    const QString out = QString::fromUtf8(tool.readAllStandardOutput());
-    const QString err = QString::fromUtf8(tool.readAllStandardError());
+    args.replaceInStrings("%FAULTS%", sample + "-with-faults");
+    QString out;
+    QString err;
+    const int exitCode =
+            runTool(args << "--controller" << controller << "--workspace" << ws, &out, &err);
     const QString context = args.join(' ') + '\n' + out + err;
-    QVERIFY2(tool.exitCode() == code, qPrintable(context));
+    QVERIFY2(exitCode == code, qPrintable(context));
+    if (dryRun)
+        QVERIFY(readTree(ws) == workspace);
     const QRegularExpression expected(pattern, QRegularExpression::MultilineOption);
     QVERIFY2(expected.match(out).hasMatch() || expected.match(err).hasMatch(), qPrintable(context));
     if (args.contains("--json"))
@@ -259,6 +308,121 @@ void TstFbcfg::run()
                     args.at(1) == "enable" ? "1" : "0");
         QCOMPARE(normalizedXml(now.value(fieldbusXml)), xml);
     }
+}
+
+// An export imported again changes nothing, with or without the byte-order mark.
+void TstFbcfg::csvRoundTrip()
+{
+    for (const bool excel : {false, true}) {
+        QTemporaryDir tmp;
+        const QString controller = tmp.filePath("controller");
+        copyTree(sample, controller);
+        const QHash<QString, QByteArray> before = readTree(controller);
+        const QString file = tmp.filePath("m.csv");
+        const QStringList common{"--controller", controller, "--workspace", tmp.filePath("ws")};
+        QStringList exportArgs = QStringList{"export", "--csv", file} + common;
+        if (excel)
+            exportArgs << "--excel" << "--lang" << "zh";
+        QString out;
+        QCOMPARE(runTool(exportArgs, &out), 0);
+        QFile csv(file);
+        QVERIFY(csv.open(QIODevice::ReadOnly));
+        const QByteArray bytes = csv.readAll();
+        QCOMPARE(bytes.startsWith("\xEF\xBB\xBF"), excel);
+        QVERIFY(bytes.contains("module,function,function display name,type,bus,direction,address,"
+                               "filter time,invert\r\n"));
+        QCOMPARE(runTool(QStringList{"import", "--csv", file} + common, &out), 0);
+        QVERIFY2(out.contains("nothing to import"), qPrintable(out));
+        QVERIFY(readTree(controller) == before);
+    }
+}
+
+// Each malformed or refused row is named by its line; nothing is written
+// unless --skip-bad, and then only the good row.
+void TstFbcfg::csvRefusedRows()
+{
+    QTemporaryDir tmp;
+    const QString controller = tmp.filePath("controller");
+    copyTree(sample, controller);
+    const ConfigSnapshot s = ConfigSnapshot::load(controller, ConfigSnapshot::ControllerLayout);
+    const auto unmapped = std::find_if(s.mappings.cbegin(), s.mappings.cend(), [](const auto &m) {
+        return m.direction == BusInput && m.row.address == "-1";
+    });
+    if (unmapped == s.mappings.cend() || !vars.contains("free"))
+        QSKIP("the sample has no unmapped input or no free address");
+    const QString good = QStringLiteral("%1,%2,,%3,%4,in,%5,0,0")
+                                 .arg(unmapped->row.module, unmapped->row.name,
+                                      unmapped->row.type, vars.value("bus"), vars.value("free"));
+    const QString m = vars.value("mod");
+    const QString f = vars.value("func");
+    // Line of each bad row -> what its message must say.
+    const QList<QPair<QString, QString>> rows{
+            {good, QString()},
+            {m + ",no_such_function,,bool,mtcp,in,1,0,0", "declares no input function"},
+            {"NoModule," + f + ",,bool,mtcp,in,1,0,0", "no module 'NoModule'"},
+            {m + "," + f + ",\"a,\"\"b\"\"\",bool,mtcp,up,1,0,0", "must be in or out, not 'up'"},
+            {m + "," + f + ",,bool,mtcp,in,x1,0,0", "'x1' is not a number"},
+            {m + "," + f + ",,bool,mtcp", "9 fields expected, found 5"},
+            {m + "," + f + ",,bool,mtcp,in,99999,0,0", "outside"},
+            {m + "," + f + ",\"open,bool,mtcp,in,1,0,0", "quote opened on line 9 is not closed"},
+    };
+    QByteArray bytes = "module,function,function display name,type,bus,direction,address,filter "
+                       "time,invert\r\n";
+    for (const auto &row : rows)
+        bytes += row.first.toUtf8() + "\n";
+    QFile csv(tmp.filePath("bad.csv"));
+    QVERIFY(csv.open(QIODevice::WriteOnly));
+    csv.write(bytes);
+    csv.close();
+    const QHash<QString, QByteArray> before = readTree(controller);
+    const QStringList common{"import", "--csv",       csv.fileName(), "--controller",
+                             controller, "--workspace", tmp.filePath("ws"), "--prefer",
+                             "imported"};
+    QString out;
+    QString err;
+    QCOMPARE(runTool(common, &out, &err), 1);
+    for (int i = 1; i < rows.size(); ++i) {
+        const QString named = QStringLiteral("bad.csv:%1: ").arg(i + 2);
+        QVERIFY2(err.contains(named)
+                         && err.section(named, 1).section('\n', 0, 0).contains(rows.at(i).second),
+                 qPrintable(rows.at(i).second + '\n' + err));
+    }
+    QVERIFY(!err.contains("bad.csv:2:"));
+    QVERIFY(readTree(controller) == before);
+
+    QCOMPARE(runTool(QStringList(common) << "--skip-bad", &out, &err), 0);
+    const ConfigSnapshot after = ConfigSnapshot::load(controller, ConfigSnapshot::ControllerLayout);
+    QVERIFY(std::any_of(after.mappings.cbegin(), after.mappings.cend(), [&](const auto &a) {
+        return a.row.name == unmapped->row.name && a.row.address == vars.value("free");
+    }));
+}
+
+// The working copy against the controller: equal after a fetch, then the
+// controller's edit shows, with exit status 1.
+void TstFbcfg::diffWorkingCopy()
+{
+    QTemporaryDir tmp;
+    const QString controller = tmp.filePath("controller");
+    copyTree(sample, controller);
+    const QStringList common{"--controller", controller, "--workspace", tmp.filePath("ws")};
+    QString out;
+    QCOMPARE(runTool(QStringList{"endian", "get"} + common), 0);
+    QCOMPARE(runTool(QStringList{"diff"} + common, &out), 0);
+    QCOMPARE(out.trimmed(), QString("no differences"));
+    QFile slave(controller + "/fa/fbslave.cfgx");
+    QVERIFY(slave.open(QIODevice::ReadOnly));
+    QByteArray xml = slave.readAll();
+    slave.close();
+    const QByteArray other = xml.contains("little") ? "big" : "little";
+    xml = QString::fromUtf8(xml)
+                  .replace(QRegularExpression("<endian>[^<]*<"), "<endian>" + other + "<")
+                  .toUtf8();
+    QVERIFY(slave.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    slave.write(xml);
+    slave.close();
+    QCOMPARE(runTool(QStringList{"diff"} + common, &out), 1);
+    QVERIFY2(out.contains("fa/fbslave.cfgx\n  ~ byte order: ") && out.contains("1 change"),
+             qPrintable(out));
 }
 
 QTEST_GUILESS_MAIN(TstFbcfg)

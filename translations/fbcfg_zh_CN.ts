@@ -546,14 +546,6 @@
         <translation>将信号映射复制到控制器的映射备份。</translation>
     </message>
     <message>
-        <source>Import the mappings of some modules from a saved mapping file.</source>
-        <translation>从已保存的映射文件导入部分模块的映射。</translation>
-    </message>
-    <message>
-        <source>Rows the controller cannot carry are dropped and reported. The present mapping is backed up first. The new mapping takes effect after a controller restart.</source>
-        <translation>控制器无法承载的行会被丢弃并报告。导入前先备份现有映射。新映射在控制器重启后生效。</translation>
-    </message>
-    <message>
         <source>List the users&apos; signal descriptions.</source>
         <translation>列出用户的信号描述。</translation>
     </message>
@@ -836,6 +828,186 @@
     <message>
         <source>function lists</source>
         <translation>功能列表</translation>
+    </message>
+    <message>
+        <source>text after the closing quote of field %1</source>
+        <translation>字段 %1 的结束引号后还有文字</translation>
+    </message>
+    <message>
+        <source>the quote opened on line %1 is not closed</source>
+        <translation>第 %1 行开始的引号没有结束</translation>
+    </message>
+    <message>
+        <source>%1 fields expected, found %2</source>
+        <translation>应有 %1 个字段，实有 %2 个</translation>
+    </message>
+    <message>
+        <source>there is no module &apos;%1&apos;</source>
+        <translation>没有模块“%1”</translation>
+    </message>
+    <message>
+        <source>the rows of %1 are not imported</source>
+        <translation>%1 的行不导入</translation>
+    </message>
+    <message>
+        <source>the direction must be in or out, not &apos;%1&apos;</source>
+        <translation>方向须为 in 或 out，而不是“%1”</translation>
+    </message>
+    <message>
+        <source>%1 declares no %2 function &apos;%3&apos;</source>
+        <translation>%1 没有声明%2功能“%3”</translation>
+    </message>
+    <message>
+        <source>the type is %1, not &apos;%2&apos;</source>
+        <translation>类型是 %1，而不是“%2”</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not a bus short name</source>
+        <translation>“%1”不是总线简称</translation>
+    </message>
+    <message>
+        <source>the address &apos;%1&apos; is not a number</source>
+        <translation>地址“%1”不是数字</translation>
+    </message>
+    <message>
+        <source>the %1 &apos;%2&apos; is not a number</source>
+        <translation>%1“%2”不是数字</translation>
+    </message>
+    <message>
+        <source>invert must be 0 or 1, not &apos;%1&apos;</source>
+        <translation>取反须为 0 或 1，而不是“%1”</translation>
+    </message>
+    <message>
+        <source>--csv FILE is required</source>
+        <translation>需要 --csv FILE</translation>
+    </message>
+    <message>
+        <source>%1 mappings written to %2</source>
+        <translation>已将 %1 条映射写入 %2</translation>
+    </message>
+    <message>
+        <source>%1 is not UTF-8</source>
+        <translation>%1 不是 UTF-8 编码</translation>
+    </message>
+    <message>
+        <source>%1:1: the first row must be the header %2</source>
+        <translation>%1:1: 第一行须为表头 %2</translation>
+    </message>
+    <message>
+        <source>line %1 -&gt; %2</source>
+        <translation>第 %1 行 -&gt; 第 %2 行</translation>
+    </message>
+    <message>
+        <source>1 change</source>
+        <translation>1 处变更</translation>
+    </message>
+    <message>
+        <source>%1 changes</source>
+        <translation>%1 处变更</translation>
+    </message>
+    <message>
+        <source>no differences</source>
+        <translation>没有差异</translation>
+    </message>
+    <message>
+        <source>the folder %1 does not exist</source>
+        <translation>文件夹 %1 不存在</translation>
+    </message>
+    <message>
+        <source>%1 (controller)</source>
+        <translation>%1（控制器）</translation>
+    </message>
+    <message>
+        <source>there is no working copy in %1: give the --workspace of earlier commands, or compare with --against DIR</source>
+        <translation>%1 中没有工作副本：请给出之前命令所用的 --workspace，或用 --against DIR 比较</translation>
+    </message>
+    <message>
+        <source>%1 (working copy)</source>
+        <translation>%1（工作副本）</translation>
+    </message>
+    <message>
+        <source>not compared, the working copy does not hold them: %1</source>
+        <translation>未比较，工作副本中没有这些文件：%1</translation>
+    </message>
+    <message>
+        <source>cannot copy the controller to %1</source>
+        <translation>无法将控制器复制到 %1</translation>
+    </message>
+    <message>
+        <source>dry run: nothing was changed; fbcfg %1 would make %2</source>
+        <translation>试运行：未做任何更改；fbcfg %1 将产生 %2</translation>
+    </message>
+    <message>
+        <source>%1 after fbcfg %2</source>
+        <translation>fbcfg %2 之后的 %1</translation>
+    </message>
+    <message>
+        <source>give either FILE or --csv FILE</source>
+        <translation>请给出 FILE 或 --csv FILE 之一</translation>
+    </message>
+    <message>
+        <source>--modules and --all do not apply to --csv</source>
+        <translation>--modules 和 --all 不适用于 --csv</translation>
+    </message>
+    <message>
+        <source>missing argument FILE</source>
+        <translation>缺少参数 FILE</translation>
+    </message>
+    <message>
+        <source>--skip-bad applies to --csv only</source>
+        <translation>--skip-bad 只适用于 --csv</translation>
+    </message>
+    <message>
+        <source>%1: %2 rows to import, %3 already there, %4 refused</source>
+        <translation>%1：%2 行待导入，%3 行已存在，%4 行被拒绝</translation>
+    </message>
+    <message>
+        <source>nothing was written: %1 of the rows cannot be imported (--skip-bad imports the others)</source>
+        <translation>未写入任何内容：有 %1 行无法导入（--skip-bad 可导入其余各行）</translation>
+    </message>
+    <message>
+        <source>Print the changes the command would make (as fbcfg diff does) and change nothing, neither the working copy nor the controller.</source>
+        <translation>打印命令将产生的变更（同 fbcfg diff），不做任何更改，工作副本和控制器都不变。</translation>
+    </message>
+    <message>
+        <source>Compare the controller with the configuration in DIR (a controller folder or a pendant working folder) instead of the working copy with the controller.</source>
+        <translation>将控制器与 DIR 中的配置（控制器文件夹或示教器工作文件夹）比较，而不是将工作副本与控制器比较。</translation>
+    </message>
+    <message>
+        <source>The CSV file of mappings.</source>
+        <translation>映射的 CSV 文件。</translation>
+    </message>
+    <message>
+        <source>Begin the file with the byte-order mark that spreadsheet programs need to show Chinese names.</source>
+        <translation>在文件开头写入字节顺序标记，电子表格程序需要它才能显示中文名称。</translation>
+    </message>
+    <message>
+        <source>Import the good rows even when some rows are refused (default: nothing is written then).</source>
+        <translation>即使有行被拒绝也导入正确的行（默认：此时不写入任何内容）。</translation>
+    </message>
+    <message>
+        <source>Import the mappings of some modules from a saved mapping file, or mappings from a CSV file.</source>
+        <translation>从保存的映射文件导入部分模块的映射，或从 CSV 文件导入映射。</translation>
+    </message>
+    <message>
+        <source>Rows the controller cannot carry are dropped and reported. The present mapping is backed up first. The new mapping takes effect after a controller restart. A CSV file (as fbcfg export writes it) goes through the same rules; a refused CSV row is named by its line, and then nothing is written unless --skip-bad is given.</source>
+        <translation>控制器无法承载的行会被丢弃并报告。先备份当前映射。新映射在控制器重启后生效。CSV 文件（即 fbcfg export 所写的格式）遵循相同规则；被拒绝的 CSV 行按行号列出，此时除非给出 --skip-bad，否则不写入任何内容。</translation>
+    </message>
+    <message>
+        <source>Show how the pendant&apos;s working copy differs from the controller, or the controller from another folder.</source>
+        <translation>显示示教器工作副本与控制器的差异，或控制器与另一文件夹的差异。</translation>
+    </message>
+    <message>
+        <source>Files are compared by what they mean, not as text: mappings, groups, buses, areas, descriptions and the byte order. Changes are grouped by file: + added, - removed, ~ changed, with the lines on each side. Exit status 0 when equal, 1 when they differ.</source>
+        <translation>按内容而非文本比较文件：映射、组、总线、区域、描述和字节顺序。变更按文件分组：+ 新增，- 删除，~ 修改，并给出两侧的行号。相同时退出状态为 0，不同时为 1。</translation>
+    </message>
+    <message>
+        <source>Write the mapped signals to a CSV file.</source>
+        <translation>将已映射的信号写入 CSV 文件。</translation>
+    </message>
+    <message>
+        <source>Columns: module, function, function display name, type, bus, direction, address, filter time, invert; UTF-8 with RFC 4180 quoting. fbcfg import --csv reads the file back.</source>
+        <translation>列：模块、功能、功能显示名称、类型、总线、方向、地址、滤波时间、取反；UTF-8 编码，按 RFC 4180 加引号。fbcfg import --csv 可读回该文件。</translation>
     </message>
 </context>
 </TS>

@@ -156,6 +156,53 @@ simultaneous activation of multiple protocols.
     </message>
 </context>
 <context>
+    <name>ConfigDiff</name>
+    <message>
+        <source>input</source>
+        <translation>输入</translation>
+    </message>
+    <message>
+        <source>output</source>
+        <translation>输出</translation>
+    </message>
+    <message>
+        <source>the file</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>not readable</source>
+        <translation>无法读取</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>开启</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>start %1, stop %2, length %3</source>
+        <translation>起始 %1，结束 %2，长度 %3</translation>
+    </message>
+    <message>
+        <source>%1 entry %2</source>
+        <translation>%1 第 %2 项</translation>
+    </message>
+    <message>
+        <source>%1 %2 (%3), filter time %4, invert %5</source>
+        <translation>%1 %2（%3），滤波时间 %4，取反 %5</translation>
+    </message>
+    <message>
+        <source>%1 %2 group %3 of %4</source>
+        <translation>%4 的%1%2组 %3</translation>
+    </message>
+    <message>
+        <source>byte order</source>
+        <translation>字节顺序</translation>
+    </message>
+</context>
+<context>
     <name>ProgressBarWidget</name>
     <message>
         <source>Form</source>

@@ -131,8 +131,7 @@ int runDiff(Session &session, const Call &call)
         afterName = Fbcfg::tr("%1 (controller)").arg(session.controllerDir());
     } else {
         const QString local = session.localDir();
-        if (!QFileInfo(local + QLatin1Char('/') + RDE_FIELDBUS_XML.section(QLatin1Char('/'), -1))
-                     .isFile()) {
+        if (!QFileInfo(local).isDir() || QDir(local).isEmpty()) {
             Output::error(Fbcfg::tr("there is no working copy in %1: give the --workspace of "
                                     "earlier commands, or compare with --against DIR")
                                   .arg(local));

@@ -417,10 +417,13 @@ void addOption(QCommandLineParser &parser, const OptionInfo &o)
 }
 
 // The library installs its own translation when the pendant's language is Chinese.
-void loadTranslation(QCoreApplication &app, QTranslator &translator)
+// The library's own texts (the diff's, say) are needed before any manager exists too.
+void loadTranslation(QCoreApplication &app, QTranslator &translator, QTranslator &library)
 {
     if (translator.load(QStringLiteral(":/translations/fbcfg_zh_CN.qm")))
         app.installTranslator(&translator);
+    if (library.load(QStringLiteral(":/translations/fieldbusconfig_zh_CN.qm")))
+        app.installTranslator(&library);
 }
 
 int settle(const Call &call, const CommandInfo &c, Settings &settings)
@@ -475,8 +478,9 @@ int main(int argc, char *argv[])
     const Scan first = scan(arguments);
     Output::setVerbose(first.verbose);
     QTranslator translator;
+    QTranslator library;
     if (first.lang == QLatin1String("zh"))
-        loadTranslation(app, translator);
+        loadTranslation(app, translator, library);
 
     Call call;
     call.name = first.words.value(0);
