@@ -95,8 +95,9 @@ void TstConfigDiff::compare_data()
                                                "time 0, invert 1 => "};
     QTest::newRow("line removed, rest shifted")
             << QStringList{map + "|^.*-Name ext_stop .*\\n|"}
-            << QStringList{"mapping-removed " + map
-                           + " 5 0 input Common ext_stop: mtcp 1 (bool), filter time 0, invert 1 => "};
+            << QStringList{
+                       "mapping-removed " + map
+                       + " 5 0 input Common ext_stop: mtcp 1 (bool), filter time 0, invert 1 => "};
     QTest::newRow("added") << QStringList{map + "|(-Name single_cycle .*-Address )-1 |\\130 "}
                            << QStringList{"mapping-added " + map
                                           + " 0 21 input Common single_cycle:  => mtcp 30 (bool), "
@@ -119,14 +120,15 @@ void TstConfigDiff::compare_data()
     QTest::newRow("descriptions")
             << QStringList{fidbus + "user_description.xml|Start from line PLC|Start",
                            fidbus + "user_description.xml|<Index>1<|<Index>77<"}
-            << QStringList{"description-changed " + fidbus
-                                   + "user_description.xml 0 0 fbIn[0]: Start from line PLC => Start",
-                           "description-removed " + fidbus
-                                   + "user_description.xml 0 0 fbIn[1]: Stop from line PLC, "
-                                     "normally closed => ",
-                           "description-added " + fidbus
-                                   + "user_description.xml 0 0 fbIn[77]:  => Stop from line PLC, "
-                                     "normally closed"};
+            << QStringList{
+                       "description-changed " + fidbus
+                               + "user_description.xml 0 0 fbIn[0]: Start from line PLC => Start",
+                       "description-removed " + fidbus
+                               + "user_description.xml 0 0 fbIn[1]: Stop from line PLC, "
+                                 "normally closed => ",
+                       "description-added " + fidbus
+                               + "user_description.xml 0 0 fbIn[77]:  => Stop from line PLC, "
+                                 "normally closed"};
     QTest::newRow("endian") << QStringList{"fa/fbslave.cfgx|little|big"}
                             << QStringList{"endian-changed fa/fbslave.cfgx 0 0 byte order: little "
                                            "=> big"};
@@ -140,7 +142,8 @@ void TstConfigDiff::compare()
     QFETCH(QStringList, expected);
     QTemporaryDir tmp;
     copyTree(sample, tmp.path());
-    const ConfigSnapshot before = ConfigSnapshot::load(tmp.path(), ConfigSnapshot::ControllerLayout);
+    const ConfigSnapshot before =
+            ConfigSnapshot::load(tmp.path(), ConfigSnapshot::ControllerLayout);
     for (const QString &spec : edits) {
         if (spec == "repad") {
             repad(tmp.path(), "signal_mapping.cfg");

@@ -172,7 +172,9 @@ private:
         for (const BusName &bus : a.buses)
             before.insert(bus.name, &bus);
         QSet<QString> seen;
-        const auto onOff = [](bool on) { return on ? ConfigDiff::tr("on") : ConfigDiff::tr("off"); };
+        const auto onOff = [](bool on) {
+            return on ? ConfigDiff::tr("on") : ConfigDiff::tr("off");
+        };
         for (const BusName &bus : b.buses) {
             if (seen.contains(bus.name))
                 continue;
@@ -181,7 +183,8 @@ private:
             const QString subject = QStringLiteral("%1 (%2)").arg(bus.shortName, bus.name);
             ConfigChange *c = nullptr;
             if (!old)
-                c = &add(RDE_FIELDBUS_XML, "bus-added", u'+', subject, QString(), onOff(bus.enable));
+                c = &add(RDE_FIELDBUS_XML, "bus-added", u'+', subject, QString(),
+                         onOff(bus.enable));
             else if (old->enable != bus.enable)
                 c = &add(RDE_FIELDBUS_XML, bus.enable ? "bus-enabled" : "bus-disabled", u'~',
                          subject, onOff(old->enable), onOff(bus.enable));
@@ -241,8 +244,7 @@ private:
                           [](const SnapshotMapping &, const SnapshotMapping &) { return true; }};
         const auto text = [](const SnapshotMapping &m) {
             return ConfigDiff::tr("%1 %2 (%3), filter time %4, invert %5")
-                    .arg(m.row.fieldBus, m.row.address, m.row.type, m.row.filterTime,
-                         m.row.invert);
+                    .arg(m.row.fieldBus, m.row.address, m.row.type, m.row.filterTime, m.row.invert);
         };
         const auto note = [](ConfigChange &c, const SnapshotMapping &m) {
             c.direction = m.direction;
@@ -251,8 +253,8 @@ private:
             c.function = m.row.name;
         };
         const auto subject = [](const SnapshotMapping &m) {
-            return QStringLiteral("%1 %2 %3").arg(directionWord(m.direction), m.row.module,
-                                                  m.row.name);
+            return QStringLiteral("%1 %2 %3")
+                    .arg(directionWord(m.direction), m.row.module, m.row.name);
         };
         const std::function<bool(const SnapshotMapping &)> keep = isMapped;
         pairing.run(
@@ -268,11 +270,10 @@ private:
                     note(c, y);
                 },
                 [&](bool isBefore, const SnapshotMapping &m) {
-                    ConfigChange &c = add(RDE_SIGNAL_MAP_CFG,
-                                          isBefore ? "mapping-removed" : "mapping-added",
-                                          isBefore ? u'-' : u'+', subject(m),
-                                          isBefore ? text(m) : QString(),
-                                          isBefore ? QString() : text(m));
+                    ConfigChange &c =
+                            add(RDE_SIGNAL_MAP_CFG, isBefore ? "mapping-removed" : "mapping-added",
+                                isBefore ? u'-' : u'+', subject(m), isBefore ? text(m) : QString(),
+                                isBefore ? QString() : text(m));
                     (isBefore ? c.lineBefore : c.lineAfter) = m.line;
                     note(c, m);
                 });
@@ -320,10 +321,10 @@ private:
                     note(c, y);
                 },
                 [&](bool isBefore, const SnapshotGroup &g) {
-                    ConfigChange &c = add(RDE_GROUP_CFG, isBefore ? "group-removed" : "group-added",
-                                          isBefore ? u'-' : u'+', subject(g),
-                                          isBefore ? text(g) : QString(),
-                                          isBefore ? QString() : text(g));
+                    ConfigChange &c =
+                            add(RDE_GROUP_CFG, isBefore ? "group-removed" : "group-added",
+                                isBefore ? u'-' : u'+', subject(g), isBefore ? text(g) : QString(),
+                                isBefore ? QString() : text(g));
                     (isBefore ? c.lineBefore : c.lineAfter) = g.line;
                     note(c, g);
                 });

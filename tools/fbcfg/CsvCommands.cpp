@@ -11,11 +11,15 @@
 namespace {
 
 // The columns of the file, as fbcfg export writes them and import reads them.
-const QStringList header{QStringLiteral("module"),    QStringLiteral("function"),
+const QStringList header{QStringLiteral("module"),
+                         QStringLiteral("function"),
                          QStringLiteral("function display name"),
-                         QStringLiteral("type"),      QStringLiteral("bus"),
-                         QStringLiteral("direction"), QStringLiteral("address"),
-                         QStringLiteral("filter time"), QStringLiteral("invert")};
+                         QStringLiteral("type"),
+                         QStringLiteral("bus"),
+                         QStringLiteral("direction"),
+                         QStringLiteral("address"),
+                         QStringLiteral("filter time"),
+                         QStringLiteral("invert")};
 enum Column { Module, Function, Display, Type, Bus, Direction, Address, FilterTime, Invert };
 
 bool isUtf8(const QByteArray &bytes)
@@ -64,8 +68,7 @@ QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo
     if (!readInt(f.at(Address).trimmed(), &number))
         return Fbcfg::tr("the address '%1' is not a number").arg(f.at(Address));
     row.address = QString::number(number);
-    const QPair<int, QString *> optional[] = {{FilterTime, &row.filterTime},
-                                              {Invert, &row.invert}};
+    const QPair<int, QString *> optional[] = {{FilterTime, &row.filterTime}, {Invert, &row.invert}};
     for (const auto &column : optional) {
         const QString text = f.at(column.first).trimmed();
         if (!text.isEmpty() && !readInt(text, &number))
@@ -157,8 +160,8 @@ int csvToMappingFile(Session &session, const QString &csvPath, const QString &ma
             modules.append(row.module);
     }
     QSaveFile out(mappingFile);
-    const QByteArray text = "#System_Input:\n" + sections[BusInput] + "\n#System_Output:\n"
-            + sections[BusOutput];
+    const QByteArray text =
+            "#System_Input:\n" + sections[BusInput] + "\n#System_Output:\n" + sections[BusOutput];
     if (!out.open(QIODevice::WriteOnly) || out.write(text) != text.size() || !out.commit()
         || !ConfigSnapshot::readMappingFile(mappingFile, rows)
         || rows.size() != lines[BusInput].size() + lines[BusOutput].size()) {

@@ -1,7 +1,7 @@
 #include "Commands.h"
-#include <fieldbusconfig/ConfigDiff.h>
 #include "Output.h"
 #include "Session.h"
+#include <fieldbusconfig/ConfigDiff.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -37,7 +37,7 @@ QJsonObject record(const ConfigChange &c)
     if (c.direction == BusInput || c.direction == BusOutput)
         o.insert(QStringLiteral("direction"), directionKey(BiBo(c.direction)));
     const QPair<const char *, QString> texts[] = {
-            {"before", c.before}, {"after", c.after},         {"bus", c.bus},
+            {"before", c.before}, {"after", c.after},       {"bus", c.bus},
             {"module", c.module}, {"function", c.function},
     };
     for (const auto &text : texts) {
@@ -52,8 +52,9 @@ QString humanLine(const ConfigChange &c, bool colour)
 {
     QString value = c.sign == u'+' ? c.after : c.sign == u'-' ? c.before : QString();
     if (c.sign == u'~')
-        value = QStringLiteral("%1 -> %2").arg(c.before.isEmpty() ? Fbcfg::tr("(none)") : c.before,
-                                              c.after.isEmpty() ? Fbcfg::tr("(none)") : c.after);
+        value = QStringLiteral("%1 -> %2")
+                        .arg(c.before.isEmpty() ? Fbcfg::tr("(none)") : c.before,
+                             c.after.isEmpty() ? Fbcfg::tr("(none)") : c.after);
     QString text = QStringLiteral("%1 %2").arg(c.sign, c.subject);
     if (!value.isEmpty())
         text += QStringLiteral(": ") + value;
@@ -76,14 +77,14 @@ QString countText(int count)
 ConfigSnapshot loadFolder(const QString &dir)
 {
     const bool controller = QFileInfo(dir + QStringLiteral("/application/fidbus")).isDir();
-    return ConfigSnapshot::load(dir, controller ? ConfigSnapshot::ControllerLayout
-                                                : ConfigSnapshot::PendantLayout);
+    return ConfigSnapshot::load(
+            dir, controller ? ConfigSnapshot::ControllerLayout : ConfigSnapshot::PendantLayout);
 }
 
 } // namespace
 
-void printChanges(const QVector<ConfigChange> &changes, const QString &before,
-                  const QString &after, bool json)
+void printChanges(const QVector<ConfigChange> &changes, const QString &before, const QString &after,
+                  bool json)
 {
     if (json) {
         QJsonArray array;
@@ -172,8 +173,8 @@ int runDryRun(const Settings &settings, Handler handler, const Call &call)
             ? Session::sampleDir()
             : QDir::cleanPath(QDir(startDir).absoluteFilePath(settings.controller));
     if (real.isEmpty() || !QFileInfo(real + QStringLiteral("/application/fidbus")).isDir()) {
-        Output::error(Fbcfg::tr("%1 is not a controller folder: it has no application/fidbus")
-                              .arg(real));
+        Output::error(
+                Fbcfg::tr("%1 is not a controller folder: it has no application/fidbus").arg(real));
         return ExitFailure;
     }
     QTemporaryDir scratch(QDir::tempPath() + QStringLiteral("/fbcfg-dry-XXXXXX"));
