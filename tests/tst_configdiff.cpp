@@ -25,9 +25,9 @@ void copyTree(const QString &from, const QString &to)
 }
 
 // "FILE|PATTERN|REPLACEMENT": the first match replaced; "FILE|-" removes the file.
-void edit(const QString &root, const QString &spec)
+void edit(const QString &root, const QString &change)
 {
-    const QStringList parts = spec.split('|');
+    const QStringList parts = change.split('|');
     QFile file(root + '/' + parts.at(0));
     if (parts.at(1) == "-") {
         QVERIFY(file.remove());
@@ -38,7 +38,7 @@ void edit(const QString &root, const QString &spec)
     file.close();
     const QRegularExpressionMatch match =
             QRegularExpression(parts.at(1), QRegularExpression::MultilineOption).match(text);
-    QVERIFY2(match.hasMatch(), qPrintable(spec));
+    QVERIFY2(match.hasMatch(), qPrintable(change));
     QString replacement = parts.at(2);
     replacement.replace("\\n", "\n").replace("\\1", match.captured(1));
     text.replace(match.capturedStart(), match.capturedLength(), replacement);
@@ -144,12 +144,12 @@ void TstConfigDiff::compare()
     copyTree(sample, tmp.path());
     const ConfigSnapshot before =
             ConfigSnapshot::load(tmp.path(), ConfigSnapshot::ControllerLayout);
-    for (const QString &spec : edits) {
-        if (spec == "repad") {
+    for (const QString &change : edits) {
+        if (change == "repad") {
             repad(tmp.path(), "signal_mapping.cfg");
             repad(tmp.path(), "user_groupio.cfg");
         } else {
-            edit(tmp.path(), spec);
+            edit(tmp.path(), change);
         }
     }
     const ConfigSnapshot after = ConfigSnapshot::load(tmp.path(), ConfigSnapshot::ControllerLayout);
