@@ -40,17 +40,7 @@ double secondsSince(Clock::time_point start)
 class Screen : public BusObserver
 {
 public:
-    Screen()
-    {
-        setIsFieldXml(true);
-        setIsFieldbusCfg(true);
-        setIsSignalMap(true);
-        setIsGroupIO(true);
-        setIsFuncInfo(true);
-        setIsFuncList(true);
-        setIsUsedes(true);
-        setIsFuncListMonitor(true);
-    }
+    Screen() { setIsEveryFile(true); }
     void onFileNotify(FileHandle, const QString &, bool isSuccess) override
     {
         failed += isSuccess ? 0 : 1;

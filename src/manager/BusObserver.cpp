@@ -23,3 +23,9 @@ BusObserver &BusObserver::operator=(const BusObserver &other)
     isFuncListMonitor = other.isFuncListMonitor;
     return *this;
 }
+
+void BusObserver::setIsEveryFile(bool value)
+{
+    isFieldXml = isFieldbusCfg = isSignalMap = isGroupIO = value;
+    isFuncInfo = isFuncList = isUsedes = isFuncListMonitor = value;
+}

@@ -33,6 +33,8 @@ public:
     void setIsUsedes(bool value) { isUsedes = value; }
     bool getIsFuncListMonitor() const { return isFuncListMonitor; }
     void setIsFuncListMonitor(bool value) { isFuncListMonitor = value; }
+    // Every flag above at once, for tools that follow the whole configuration.
+    void setIsEveryFile(bool value);
 
 private:
     bool isFieldXml = false;

@@ -1,7 +1,7 @@
 #include "Session.h"
 
-#include <fieldbusconfig/ConfigSnapshot.h>
 #include "Output.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
 #include <fieldbusconfig/PendantSim.h>
 
 #include <QDir>
@@ -162,13 +162,7 @@ int Session::open()
     });
 
     m_manager = BusFileDataManager::getInstance();
-    setIsFieldXml(true);
-    setIsFieldbusCfg(true);
-    setIsSignalMap(true);
-    setIsGroupIO(true);
-    setIsFuncInfo(true);
-    setIsFuncList(true);
-    setIsUsedes(true);
+    setIsEveryFile(true);
     m_manager->attach(this);
     m_opened = true;
     return ExitOk;

@@ -121,8 +121,8 @@ const CommandInfo commands[] = {
         {"bus", "list", "",
          QT_TRANSLATE_NOOP("fbcfg", "List the fieldbuses and whether each is on."), nullptr, "", 0,
          0, true, runBusList},
-        {"bus", "enable", "SHORT", QT_TRANSLATE_NOOP("fbcfg", "Switch a bus on."), nullptr, "dry-run", 1,
-         1, false, runBusSwitch, true},
+        {"bus", "enable", "SHORT", QT_TRANSLATE_NOOP("fbcfg", "Switch a bus on."), nullptr,
+         "dry-run", 1, 1, false, runBusSwitch, true},
         {"bus", "disable", "SHORT",
          QT_TRANSLATE_NOOP("fbcfg", "Switch a bus off; its mapped signals stay mapped."), nullptr,
          "dry-run", 1, 1, false, runBusSwitch, true},
@@ -150,8 +150,8 @@ const CommandInfo commands[] = {
                            "ends with exit status 1."),
          "dir filter-time invert dry-run", 4, 4, false, runMapSet, true},
         {"map", "unset", "MODULE FUNCTION --dir in|out",
-         QT_TRANSLATE_NOOP("fbcfg", "Remove the mapping of a function."), nullptr, "dir dry-run",
-         2, 2, false, runMapUnset, true},
+         QT_TRANSLATE_NOOP("fbcfg", "Remove the mapping of a function."), nullptr, "dir dry-run", 2,
+         2, false, runMapUnset, true},
         {"group", "list", "[--bus BUS] [--dir in|out]",
          QT_TRANSLATE_NOOP("fbcfg", "List the group signals' groups."), nullptr, "bus dir", 0, 0,
          true, runGroupList},
@@ -534,7 +534,10 @@ int main(int argc, char *argv[])
     call.parser = &parser;
     if (!parser.parse(arguments)) {
         const QString unknown = parser.unknownOptionNames().value(0);
-        const QString what = unknown.isEmpty() ? parser.errorText()
+        QString parserError = parser.errorText();
+        if (parserError.endsWith(QLatin1Char('.')))
+            parserError.chop(1); // the usage line goes on after it
+        const QString what = unknown.isEmpty() ? parserError
                 : findOption(unknown)
                 ? Fbcfg::tr("option --%1 does not apply to fbcfg %2").arg(unknown, call.name)
                 : Fbcfg::tr("unknown option '%1'")
