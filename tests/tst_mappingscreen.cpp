@@ -201,6 +201,8 @@ void TestMappingScreen::editAddress()
     }
     QCOMPARE(pendantsim::shownMessages().size(), servoOn ? 1 : 0);
     QCOMPARE(TestWorkspace::readFile(TPU_SIGNAL_MAP_CFG), before);
+    // An accepted edit waits for Save, and the changes tab says so.
+    QCOMPARE(child<QTreeWidget>("changes")->topLevelItemCount(), reason.isEmpty() ? 1 : 0);
 }
 
 void TestMappingScreen::save_data()
@@ -245,6 +247,7 @@ void TestMappingScreen::save()
     // A failed send keeps the edit for another try.
     QCOMPARE(addressOf(QStringLiteral("ext_start")), QStringLiteral("30"));
     QVERIFY(child<QPushButton>("saveButton")->isEnabled());
+    QCOMPARE(child<QTreeWidget>("changes")->topLevelItemCount(), connected ? 0 : 1);
     QCOMPARE(TestWorkspace::readFile(sampleMapping), original);
 }
 

@@ -4,6 +4,22 @@
 <context>
     <name>MappingScreen</name>
     <message>
+        <source>What Save sends</source>
+        <translation>保存时发送的更改</translation>
+    </message>
+    <message>
+        <source>%1 → %2</source>
+        <translation>%1 → %2</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>更改</translation>
+    </message>
+    <message>
+        <source>Changes (%1)</source>
+        <translation>更改（%1）</translation>
+    </message>
+    <message>
         <source>Fieldbus IO mapping</source>
         <translation>现场总线 IO 映射</translation>
     </message>

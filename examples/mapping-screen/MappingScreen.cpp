@@ -32,7 +32,7 @@ const QString groupTypes[] = {QStringLiteral("int"), QStringLiteral("float"),
                               QStringLiteral("string")};
 
 enum Column { ModuleColumn, FunctionColumn, TypeColumn, AddressColumn, FilterColumn, InvertColumn };
-enum Tab { InputTab = BusInput, OutputTab = BusOutput, GroupTab };
+enum Tab { InputTab = BusInput, OutputTab = BusOutput, GroupTab, ChangesTab };
 
 // What the screen asks for at start; each is answered once, read or not.
 const QStringList &startFiles()
@@ -167,6 +167,12 @@ void MappingScreen::buildUi()
     m_groupTable->setObjectName(QStringLiteral("groupTable"));
     m_groupTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_tabs->addTab(m_groupTable, QString());
+    m_changes = new QTreeWidget(this);
+    m_changes->setObjectName(QStringLiteral("changes"));
+    m_changes->setColumnCount(2);
+    m_changes->setRootIsDecorated(false);
+    m_changes->header()->resizeSection(0, 24);
+    m_tabs->addTab(m_changes, QString());
     auto *middle = new QHBoxLayout;
     middle->addLayout(left);
     middle->addWidget(m_tabs, 1);
@@ -248,13 +254,16 @@ void MappingScreen::retranslateUi()
     }
     m_groupTable->setHorizontalHeaderLabels(
             {tr("Direction"), tr("Type"), tr("Group"), tr("First address"), tr("Last address")});
+    m_changes->setHeaderLabels({QString(), tr("What Save sends")});
     m_checkPanel->setHeaderLabels({tr("Severity"), tr("File"), tr("Finding")});
     m_checkLabel->setText(tr("Configuration check"));
     m_progress->setTitle(tr("Reading the configuration files…"));
     // Names of modules, functions and buses, and the check's texts, follow the language.
     showBuses();
-    if (isReady())
+    if (isReady()) {
         runCheck();
+        showChanges();
+    }
 }
 
 void MappingScreen::applyStyle()
@@ -324,6 +333,7 @@ void MappingScreen::onFileNotify(FileHandle handle, const QString &fileKey, bool
         setStatus(tr("Saved and sent to the controller."));
         showMappings();
         runCheck();
+        showChanges();
         return;
     }
 
@@ -344,6 +354,7 @@ void MappingScreen::onFileNotify(FileHandle handle, const QString &fileKey, bool
     if (isReady()) {
         m_saveButton->setEnabled(true);
         runCheck();
+        showChanges();
         emit ready();
     }
 }
@@ -614,6 +625,7 @@ void MappingScreen::accept(BiBo dir, const FuncAndMapInfo &row)
         if (shown.module == row.module && shown.name == row.name)
             m_pages[dir].table->selectRow(i);
     }
+    showChanges();
 }
 
 void MappingScreen::save()
@@ -658,6 +670,40 @@ void MappingScreen::runCheck()
                                                : tr("Configuration check: %1 errors, %2 warnings")
                                                          .arg(errors)
                                                          .arg(m_findings.size() - errors));
+}
+
+void MappingScreen::showChanges()
+{
+    // What Save would send: the local copy as read, against the same copy with
+    // the manager's working tables in place of its mapping.
+    const QString local = QDir(TPU_FIELDBUS_DIR).absolutePath();
+    const ConfigSnapshot saved = ConfigSnapshot::load(local, ConfigSnapshot::PendantLayout);
+    ConfigSnapshot edited = saved;
+    edited.mappings.clear();
+    for (const BiBo dir : {BusInput, BusOutput}) {
+        QVector<FuncAndMapInfo> rows;
+        m->getBusSignalMap(dir, rows);
+        for (const FuncAndMapInfo &row : qAsConst(rows)) {
+            SnapshotMapping mapping;
+            mapping.row = row;
+            mapping.direction = dir;
+            edited.mappings.append(mapping);
+        }
+    }
+    const QVector<ConfigChange> changes = ConfigDiff::compare(saved, edited);
+    m_changes->clear();
+    for (const ConfigChange &change : changes) {
+        auto *item = new QTreeWidgetItem(m_changes);
+        item->setText(0, change.sign);
+        // One side is empty for what is added or removed.
+        const QString values = change.before.isEmpty() || change.after.isEmpty()
+                ? change.before + change.after
+                : tr("%1 → %2").arg(change.before, change.after);
+        item->setText(1, change.subject + QStringLiteral(": ") + values);
+        item->setToolTip(1, item->text(1));
+    }
+    m_tabs->setTabText(ChangesTab,
+                       changes.isEmpty() ? tr("Changes") : tr("Changes (%1)").arg(changes.size()));
 }
 
 void MappingScreen::findingSelected(QTreeWidgetItem *item)

@@ -2,6 +2,7 @@
 
 #include <fieldbusconfig/BusFileDataManager.h>
 #include <fieldbusconfig/ConfigCheck.h>
+#include <fieldbusconfig/ConfigDiff.h>
 
 #include <QSet>
 #include <QTranslator>
@@ -71,6 +72,7 @@ private:
     void showFreeFunctions(BiBo dir);
     void showGroups();
     void runCheck();
+    void showChanges();
 
     void addressEdited(BiBo dir, QTableWidgetItem *item);
     void addFunction(BiBo dir);
@@ -103,6 +105,7 @@ private:
     QTabWidget *m_tabs = nullptr;
     Page m_pages[2];
     QTableWidget *m_groupTable = nullptr;
+    QTreeWidget *m_changes = nullptr;
     QLabel *m_checkLabel = nullptr;
     QTreeWidget *m_checkPanel = nullptr;
     QLabel *m_status = nullptr;
