@@ -2,11 +2,13 @@
 
 #include <QByteArray>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
 #include <QSaveFile>
 #include <QThread>
+#include <QXmlStreamWriter>
 
 #include <cstdio>
 #include <mutex>
@@ -280,6 +282,40 @@ bool transferFile(const QString &from, const QString &to, bool makeFolders)
             return failed(from, to, target.errorString());
     }
     return target.commit() || failed(from, to, target.errorString());
+}
+
+bool copyFolder(const QString &from, const QString &to)
+{
+    if (!QDir().mkpath(to))
+        return false;
+    QDirIterator it(from, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString target = to + QLatin1Char('/') + QDir(from).relativeFilePath(source);
+        if (!(it.fileInfo().isDir() ? QDir().mkpath(target) : QFile::copy(source, target)))
+            return false;
+    }
+    return true;
+}
+
+bool writeAppParameters(const QString &path, const QStringList &moduleNames)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    QXmlStreamWriter xml(&file);
+    xml.setAutoFormatting(true);
+    xml.writeStartDocument();
+    xml.writeStartElement(QStringLiteral("root"));
+    for (const QString &name : moduleNames) {
+        xml.writeStartElement(QStringLiteral("app"));
+        xml.writeTextElement(QStringLiteral("appName"), name);
+        xml.writeTextElement(QStringLiteral("appVisible"), QStringLiteral("true"));
+        xml.writeEndElement();
+    }
+    xml.writeEndDocument();
+    return file.commit();
 }
 
 } // namespace pendantsim

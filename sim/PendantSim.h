@@ -64,4 +64,12 @@ void recordRebootRequest();
 // when `makeFolders` is set.
 bool transferFile(const QString &from, const QString &to, bool makeFolders);
 
+// Setting up a simulated pendant. A copy of a controller folder (the bundled
+// sample, say), sub-folders and hidden files included; false at the first
+// file or folder that cannot be made.
+bool copyFolder(const QString &from, const QString &to);
+// An application parameter file that shows every named module, for controller
+// folders that bring none: the manager drops the modules the application hides.
+bool writeAppParameters(const QString &path, const QStringList &moduleNames);
+
 } // namespace pendantsim

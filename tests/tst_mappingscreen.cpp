@@ -78,7 +78,7 @@ void TestMappingScreen::open(const QString &controller)
     QVERIFY(copies.isValid());
     const QString copy = copies.path() + QStringLiteral("/") + QFileInfo(controller).fileName();
     QDir(copy).removeRecursively();
-    QVERIFY(Workspace::copyTree(controller, copy));
+    QVERIFY(pendantsim::copyFolder(controller, copy));
     workspace = std::make_unique<Workspace>();
     QVERIFY2(workspace->prepare(copy), qPrintable(workspace->errorString()));
     // The read flags and the fetched files are the manager's: each tree gets a fresh one.

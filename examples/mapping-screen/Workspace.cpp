@@ -5,51 +5,8 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
-#include <QXmlStreamWriter>
-
-namespace {
-
-// An application parameter file showing every module, for controller folders
-// that bring none: the manager drops the modules the application hides.
-bool writeAppParameters(const QString &path, const QStringList &names)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    QXmlStreamWriter xml(&file);
-    xml.setAutoFormatting(true);
-    xml.writeStartDocument();
-    xml.writeStartElement(QStringLiteral("root"));
-    for (const QString &name : names) {
-        xml.writeStartElement(QStringLiteral("app"));
-        xml.writeTextElement(QStringLiteral("appName"), name);
-        xml.writeTextElement(QStringLiteral("appVisible"), QStringLiteral("true"));
-        xml.writeEndElement();
-    }
-    xml.writeEndDocument();
-    return file.commit();
-}
-
-} // namespace
-
-bool Workspace::copyTree(const QString &from, const QString &to)
-{
-    if (!QDir().mkpath(to))
-        return false;
-    QDirIterator it(from, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString source = it.next();
-        const QString target = to + QLatin1Char('/') + QDir(from).relativeFilePath(source);
-        if (!(it.fileInfo().isDir() ? QDir().mkpath(target) : QFile::copy(source, target)))
-            return false;
-    }
-    return true;
-}
 
 Workspace::~Workspace()
 {
@@ -88,7 +45,7 @@ bool Workspace::prepare(const QString &controller)
             return fail(
                     QStringLiteral("the sample controller is missing; give one with --controller"));
         m_controllerDir = m_temporary->path() + QStringLiteral("/Controller");
-        if (!copyTree(sample, m_controllerDir))
+        if (!pendantsim::copyFolder(sample, m_controllerDir))
             return fail(QStringLiteral("cannot copy the sample controller"));
     } else {
         m_controllerDir = QDir(controller).absolutePath();
@@ -125,7 +82,7 @@ bool Workspace::prepareAppParameters(const QString &pendantDir)
         QStringList names;
         for (const SnapshotModule &module : qAsConst(modules))
             names.append(language == QLatin1String("en") ? module.name : module.nameCn);
-        if (!writeAppParameters(target, names))
+        if (!pendantsim::writeAppParameters(target, names))
             return false;
     }
     return true;

@@ -23,7 +23,6 @@ public:
 
     // The bundled sample controller, installed beside the program or in the source tree.
     static QString sampleDir();
-    static bool copyTree(const QString &from, const QString &to);
 
 private:
     bool fail(const QString &error);

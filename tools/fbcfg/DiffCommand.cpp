@@ -2,6 +2,7 @@
 #include "Output.h"
 #include "Session.h"
 #include <fieldbusconfig/ConfigDiff.h>
+#include <fieldbusconfig/PendantSim.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -179,7 +180,7 @@ int runDryRun(const Settings &settings, Handler handler, const Call &call)
     }
     QTemporaryDir scratch(QDir::tempPath() + QStringLiteral("/fbcfg-dry-XXXXXX"));
     const QString copy = scratch.filePath(QStringLiteral("controller"));
-    if (!scratch.isValid() || !Session::copyTree(real, copy)) {
+    if (!scratch.isValid() || !pendantsim::copyFolder(real, copy)) {
         Output::error(Fbcfg::tr("cannot copy the controller to %1").arg(copy));
         return ExitFailure;
     }

@@ -5,14 +5,11 @@
 #include <fieldbusconfig/PendantSim.h>
 
 #include <QDir>
-#include <QDirIterator>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <QXmlStreamWriter>
 
 #include <cstdio>
 
@@ -37,23 +34,6 @@ QStringList sampleCandidates()
 
 } // namespace
 
-bool Session::copyTree(const QString &from, const QString &to)
-{
-    if (!QDir().mkpath(to))
-        return false;
-    QDirIterator it(from, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString source = it.next();
-        const QString target = to + QLatin1Char('/') + QDir(from).relativeFilePath(source);
-        const bool done =
-                it.fileInfo().isDir() ? QDir().mkpath(target) : QFile::copy(source, target);
-        if (!done)
-            return false;
-    }
-    return true;
-}
-
 QString Session::sampleDir()
 {
     const QStringList candidates = sampleCandidates();
@@ -61,31 +41,6 @@ QString Session::sampleDir()
                                     [](const QString &dir) { return QFileInfo(dir).isDir(); });
     return found == candidates.cend() ? QString() : *found;
 }
-
-namespace {
-
-// An application parameter file that makes every module visible, so that the
-// manager keeps them all.
-bool writeAppParameters(const QString &path, const QStringList &names)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    QXmlStreamWriter xml(&file);
-    xml.setAutoFormatting(true);
-    xml.writeStartDocument();
-    xml.writeStartElement(QStringLiteral("root"));
-    for (const QString &name : names) {
-        xml.writeStartElement(QStringLiteral("app"));
-        xml.writeTextElement(QStringLiteral("appName"), name);
-        xml.writeTextElement(QStringLiteral("appVisible"), QStringLiteral("true"));
-        xml.writeEndElement();
-    }
-    xml.writeEndDocument();
-    return file.commit();
-}
-
-} // namespace
 
 Session::Session(const Settings &settings)
     : m_settings(settings)
@@ -195,7 +150,7 @@ int Session::prepareController()
     // A fresh copy each run: the sample itself is never changed.
     m_controllerDir = m_workspace + QStringLiteral("/Controller");
     QDir(m_controllerDir).removeRecursively();
-    if (!copyTree(sample, m_controllerDir)) {
+    if (!pendantsim::copyFolder(sample, m_controllerDir)) {
         Output::error(Fbcfg::tr("cannot copy the sample controller to %1").arg(m_controllerDir));
         return ExitFailure;
     }
@@ -232,7 +187,7 @@ int Session::prepareAppParameters(const QString &pendantDir)
         QStringList names;
         for (const SnapshotModule &module : qAsConst(modules))
             names.append(language == QLatin1String("en") ? module.name : module.nameCn);
-        if (!writeAppParameters(target, names)) {
+        if (!pendantsim::writeAppParameters(target, names)) {
             Output::error(Fbcfg::tr("cannot write %1").arg(target));
             return ExitFailure;
         }

@@ -67,7 +67,6 @@ public:
 
     // The bundled sample controller, or empty when it is missing.
     static QString sampleDir();
-    static bool copyTree(const QString &from, const QString &to);
 
     void onFileNotify(FileHandle handle, const QString &fileKey, bool isSuccess) override;
 
