@@ -144,6 +144,42 @@ private:
         return changes.last();
     }
 
+    // The change kinds of a paired record: `changed[r - 1]` for a pair of round
+    // r (round 0 pairs equal records, which is no change).
+    struct PairKinds
+    {
+        std::vector<const char *> changed;
+        const char *removed;
+        const char *added;
+    };
+
+    // Reports the records of one file, paired by `pairing`, as changes.
+    template<typename Item, typename Key, typename Subject, typename Text, typename Note>
+    void report(const QString &rdeFilePath, const Pairing<Item, Key> &pairing,
+                const QVector<const Item *> &before, const QVector<const Item *> &after,
+                const PairKinds &kinds, const Subject &subject, const Text &text, const Note &note)
+    {
+        pairing.run(
+                before, after,
+                [&](size_t round, const Item &x, const Item &y) {
+                    if (round == 0)
+                        return;
+                    ConfigChange &c = add(rdeFilePath, kinds.changed[round - 1], u'~', subject(y),
+                                          text(x), text(y));
+                    c.lineBefore = x.line;
+                    c.lineAfter = y.line;
+                    note(c, y);
+                },
+                [&](bool isBefore, const Item &item) {
+                    ConfigChange &c = add(rdeFilePath, isBefore ? kinds.removed : kinds.added,
+                                          isBefore ? u'-' : u'+', subject(item),
+                                          isBefore ? text(item) : QString(),
+                                          isBefore ? QString() : text(item));
+                    (isBefore ? c.lineBefore : c.lineAfter) = item.line;
+                    note(c, item);
+                });
+    }
+
     // Whether both sides have the file; a file on one side only is one change.
     bool comparable(const QString &rdeFilePath)
     {
@@ -257,26 +293,9 @@ private:
                     .arg(directionWord(m.direction), m.row.module, m.row.name);
         };
         const std::function<bool(const SnapshotMapping &)> keep = isMapped;
-        pairing.run(
-                pointers(a.mappings, keep), pointers(b.mappings, keep),
-                [&](size_t round, const SnapshotMapping &x, const SnapshotMapping &y) {
-                    if (round == 0)
-                        return;
-                    ConfigChange &c = add(RDE_SIGNAL_MAP_CFG,
-                                          round == 1 ? "mapping-changed" : "mapping-moved", u'~',
-                                          subject(y), text(x), text(y));
-                    c.lineBefore = x.line;
-                    c.lineAfter = y.line;
-                    note(c, y);
-                },
-                [&](bool isBefore, const SnapshotMapping &m) {
-                    ConfigChange &c =
-                            add(RDE_SIGNAL_MAP_CFG, isBefore ? "mapping-removed" : "mapping-added",
-                                isBefore ? u'-' : u'+', subject(m), isBefore ? text(m) : QString(),
-                                isBefore ? QString() : text(m));
-                    (isBefore ? c.lineBefore : c.lineAfter) = m.line;
-                    note(c, m);
-                });
+        report(RDE_SIGNAL_MAP_CFG, pairing, pointers(a.mappings, keep), pointers(b.mappings, keep),
+               {{"mapping-changed", "mapping-moved"}, "mapping-removed", "mapping-added"}, subject,
+               text, note);
     }
 
     void groups()
@@ -309,25 +328,8 @@ private:
         const std::function<bool(const SnapshotGroup &)> all = [](const SnapshotGroup &) {
             return true;
         };
-        pairing.run(
-                pointers(a.groups, all), pointers(b.groups, all),
-                [&](size_t round, const SnapshotGroup &x, const SnapshotGroup &y) {
-                    if (round == 0)
-                        return;
-                    ConfigChange &c =
-                            add(RDE_GROUP_CFG, "group-changed", u'~', subject(y), text(x), text(y));
-                    c.lineBefore = x.line;
-                    c.lineAfter = y.line;
-                    note(c, y);
-                },
-                [&](bool isBefore, const SnapshotGroup &g) {
-                    ConfigChange &c =
-                            add(RDE_GROUP_CFG, isBefore ? "group-removed" : "group-added",
-                                isBefore ? u'-' : u'+', subject(g), isBefore ? text(g) : QString(),
-                                isBefore ? QString() : text(g));
-                    (isBefore ? c.lineBefore : c.lineAfter) = g.line;
-                    note(c, g);
-                });
+        report(RDE_GROUP_CFG, pairing, pointers(a.groups, all), pointers(b.groups, all),
+               {{"group-changed"}, "group-removed", "group-added"}, subject, text, note);
     }
 
     void descriptions()
