@@ -7,6 +7,7 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -63,6 +64,8 @@ private slots:
     void busSelectionShowsItsRows();
     void editAddress_data();
     void editAddress();
+    void mapNewFunction_data();
+    void mapNewFunction();
     void save_data();
     void save();
     void switchLanguage();
@@ -202,6 +205,46 @@ void TestMappingScreen::editAddress()
     QCOMPARE(pendantsim::shownMessages().size(), servoOn ? 1 : 0);
     QCOMPARE(TestWorkspace::readFile(TPU_SIGNAL_MAP_CFG), before);
     // An accepted edit waits for Save, and the changes tab says so.
+    QCOMPARE(child<QTreeWidget>("changes")->topLevelItemCount(), reason.isEmpty() ? 1 : 0);
+}
+
+void TestMappingScreen::mapNewFunction_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("reason"); // in the status line; empty when mapped
+
+    QTest::newRow("free") << "30"
+                          << "";
+    QTest::newRow("taken") << "1"
+                           << "taken by Common ext_stop";
+    QTest::newRow("minus one") << "-1"
+                               << "not an address";
+    QTest::newRow("not a number") << "x"
+                                  << "not an address";
+}
+
+void TestMappingScreen::mapNewFunction()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, reason);
+    open(sample);
+    const QString function = QStringLiteral("zone_release_2");
+    auto *functions = child<QComboBox>("inputFunctions");
+    functions->setCurrentIndex(
+            functions->findText(QStringLiteral("Common: zone_release_2 (bool)")));
+    QVERIFY(functions->currentIndex() >= 0);
+    child<QLineEdit>("inputAddress")->setText(text);
+    QTest::mouseClick(child<QPushButton>("inputAdd"), Qt::LeftButton);
+
+    QVERIFY2(status().contains(reason), qPrintable(status()));
+    QCOMPARE(addressOf(function), reason.isEmpty() ? text : QStringLiteral("none"));
+    auto *table = child<QTableWidget>("inputTable");
+    const int row = rowOf(table, function);
+    QCOMPARE(row >= 0, reason.isEmpty());
+    if (reason.isEmpty()) {
+        QCOMPARE(table->item(row, 3)->text(), text);
+        QCOMPARE(functions->findText(QStringLiteral("Common: zone_release_2 (bool)")), -1);
+    }
     QCOMPARE(child<QTreeWidget>("changes")->topLevelItemCount(), reason.isEmpty() ? 1 : 0);
 }
 
