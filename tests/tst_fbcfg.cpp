@@ -231,6 +231,8 @@ void TstFbcfg::run_data()
         "^fbcfg: .*'x'; see fbcfg map set --help$");
     row("foreign option", {"status", "--dir", "in"}, 2, "--dir does not apply.*status --help");
     row("bad direction", {"map", "list", "--dir", "up"}, 2, "'up'; see fbcfg map list --help");
+    row("bus filter slip", {"group", "list", "--bus", "mtpc"}, 2,
+        "^fbcfg: there is no bus mtpc; the buses are mtcp, .*; see fbcfg group list --help$");
     row("unknown command", {"frobnicate"}, 2, "unknown command 'frobnicate'; see fbcfg --help");
     row("version", {"--version"}, 0, "^fbcfg \\d+\\.\\d+\\.\\d+$");
     row("help", {"--help"}, 0, "Commands:[\\s\\S]*map set");

@@ -1,7 +1,7 @@
 #include "Commands.h"
-#include <fieldbusconfig/ConfigCheck.h>
 #include "Output.h"
 #include "Session.h"
+#include <fieldbusconfig/ConfigCheck.h>
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,7 +1,7 @@
 #include "Commands.h"
 
-#include <fieldbusconfig/BusFileDataManager.h>
 #include "Output.h"
+#include <fieldbusconfig/BusFileDataManager.h>
 
 int usageError(const Call &call, const QString &what)
 {
@@ -77,6 +77,26 @@ QStringList signalBuses(BusFileDataManager *manager)
             names.append(bus.shortName);
     }
     return names;
+}
+
+int checkBusFilter(BusFileDataManager *manager, const Call &call)
+{
+    const QString wanted = call.value(QStringLiteral("bus"));
+    if (wanted.isEmpty())
+        return ExitOk;
+    // The shown list adds the Modbus TCP slave, which the file need not list.
+    const QVector<BusName> buses =
+            manager->getBusNameList(true, false) + manager->getAllBusName().values().toVector();
+    QStringList known;
+    for (const BusName &bus : buses) {
+        if (bus.shortName.compare(wanted, Qt::CaseInsensitive) == 0)
+            return ExitOk;
+        if (!known.contains(bus.shortName))
+            known.append(bus.shortName);
+    }
+    return usageError(call,
+                      Fbcfg::tr("there is no bus %1; the buses are %2")
+                              .arg(wanted, known.join(QStringLiteral(", "))));
 }
 
 QString moduleKey(BusFileDataManager *manager, const QString &name)

@@ -63,8 +63,8 @@ int csvToMappingFile(Session &session, const QString &csvPath, const QString &ma
                      QMap<int, QString> &refused);
 
 // The changes from `before` to `after`, grouped by file, or as JSON.
-void printChanges(const QVector<ConfigChange> &changes, const QString &before,
-                  const QString &after, bool json);
+void printChanges(const QVector<ConfigChange> &changes, const QString &before, const QString &after,
+                  bool json);
 
 // Bad usage: one line naming what is wrong and where to read more.
 int usageError(const Call &call, const QString &what);
@@ -85,6 +85,10 @@ QString directionWord(BiBo dir);
 
 // The pendant's checks before an edit; each shows its own reason.
 int editAllowed(BusFileDataManager *manager);
+
+// After a listing that --bus filtered to nothing: a usage error when the bus
+// is not listed either (a typing slip, most likely), else ExitOk.
+int checkBusFilter(BusFileDataManager *manager, const Call &call);
 
 // Switched-on buses that carry signals, by short name, each once.
 QStringList signalBuses(BusFileDataManager *manager);

@@ -90,7 +90,8 @@ int runExport(Session &session, const Call &call)
     if (const int rc = readDirections(call, false, directions))
         return rc;
     const QString path = session.userPath(call.value(QStringLiteral("csv")));
-    if (const int rc = session.fetch(Session::Functions | Session::SignalMap))
+    if (const int rc =
+                session.fetch(Session::FieldbusList | Session::Functions | Session::SignalMap))
         return rc;
     BusFileDataManager *m = session.manager();
     const QString bus = call.value(QStringLiteral("bus"));
@@ -109,6 +110,10 @@ int runExport(Session &session, const Call &call)
                                   row.filterTime, row.invert});
             ++count;
         }
+    }
+    if (count == 0) {
+        if (const int rc = checkBusFilter(m, call))
+            return rc;
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {

@@ -1,7 +1,7 @@
 #include "Commands.h"
-#include <fieldbusconfig/ConfigSnapshot.h>
 #include "Output.h"
 #include "Session.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -82,6 +82,10 @@ int runGroupList(Session &session, const Call &call)
                              g.deviceMapHead, g.deviceMapTail, QString::number(line)});
             }
         }
+    }
+    if (rows.isEmpty()) {
+        if (const int rc = checkBusFilter(m, call))
+            return rc;
     }
     if (session.settings().json)
         Output::json(array);

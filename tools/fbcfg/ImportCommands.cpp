@@ -1,8 +1,8 @@
 #include "Commands.h"
-#include <fieldbusconfig/ConfigSnapshot.h>
-#include <fieldbusconfig/platform/DataAccess.h>
 #include "Output.h"
 #include "Session.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
+#include <fieldbusconfig/platform/DataAccess.h>
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -151,8 +151,7 @@ int runImport(Session &session, const Call &call)
     if (fromCsv) {
         modules.clear();
         mappingFile = scratch.filePath(QStringLiteral("signal_mapping_csv.cfg"));
-        if (const int rc =
-                    csvToMappingFile(session, file, mappingFile, fileRows, modules, refused))
+        if (const int rc = csvToMappingFile(session, file, mappingFile, fileRows, modules, refused))
             return rc;
     } else if (!all) {
         modules.clear();
@@ -200,9 +199,9 @@ int runImport(Session &session, const Call &call)
             if (there)
                 ++already;
             else if (fromCsv)
-                refused.insert(mapping.line,
-                               QStringLiteral("%1: %2").arg(rowText(row, dir),
-                                                            dropReason(m, dir, row)));
+                refused.insert(
+                        mapping.line,
+                        QStringLiteral("%1: %2").arg(rowText(row, dir), dropReason(m, dir, row)));
             else
                 dropped.append(QStringLiteral("  %1 %2: %3")
                                        .arg(Fbcfg::tr("line %1").arg(mapping.line),

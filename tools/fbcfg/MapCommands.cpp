@@ -1,7 +1,7 @@
 #include "Commands.h"
-#include <fieldbusconfig/ConfigSnapshot.h>
 #include "Output.h"
 #include "Session.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -257,6 +257,10 @@ int runMapList(Session &session, const Call &call)
                          directionWord(dir), row.address, row.filterTime, row.invert,
                          QString::number(line)});
         }
+    }
+    if (rows.isEmpty()) {
+        if (const int rc = checkBusFilter(m, call))
+            return rc;
     }
     if (session.settings().json)
         Output::json(array);
