@@ -233,6 +233,8 @@ void TstFbcfg::run_data()
     row("bad direction", {"map", "list", "--dir", "up"}, 2, "'up'; see fbcfg map list --help");
     row("bus filter slip", {"group", "list", "--bus", "mtpc"}, 2,
         "^fbcfg: there is no bus mtpc; the buses are mtcp, .*; see fbcfg group list --help$");
+    row("module filter slip", {"map", "list", "--module", "Wled"}, 2,
+        "^fbcfg: there is no module Wled; the modules are .*Weld.*; see fbcfg map list --help$");
     row("unknown command", {"frobnicate"}, 2, "unknown command 'frobnicate'; see fbcfg --help");
     row("version", {"--version"}, 0, "^fbcfg \\d+\\.\\d+\\.\\d+$");
     row("help", {"--help"}, 0, "Commands:[\\s\\S]*map set");

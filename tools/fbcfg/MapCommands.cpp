@@ -261,6 +261,10 @@ int runMapList(Session &session, const Call &call)
     if (rows.isEmpty()) {
         if (const int rc = checkBusFilter(m, call))
             return rc;
+        if (!module.isEmpty() && wantedKey.isEmpty())
+            return usageError(call,
+                              Fbcfg::tr("there is no module %1; the modules are %2")
+                                      .arg(module, m->getModuleList().join(QStringLiteral(", "))));
     }
     if (session.settings().json)
         Output::json(array);
