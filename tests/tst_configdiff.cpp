@@ -1,9 +1,9 @@
 // The configuration diff: known edits of the sample controller give exactly
 // the changes they stand for, and edits of form alone give none.
 #include "ConfigDiff.h"
-#include "TestWorkspace.h"
+#include "PendantSim.h"
 
-#include <QDirIterator>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -12,17 +12,6 @@ namespace {
 
 const QString sample = FBC_TEST_DATA "/../../examples/controller";
 const QString fidbus = "application/fidbus/";
-
-void copyTree(const QString &from, const QString &to)
-{
-    QDirIterator it(from, QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString source = it.next();
-        const QString target = to + '/' + QDir(from).relativeFilePath(source);
-        QVERIFY(QDir().mkpath(QFileInfo(target).path()));
-        QVERIFY(QFile::copy(source, target));
-    }
-}
 
 // "FILE|PATTERN|REPLACEMENT": the first match replaced; "FILE|-" removes the file.
 void edit(const QString &root, const QString &change)
@@ -67,6 +56,7 @@ class TstConfigDiff : public QObject
 private slots:
     void compare_data();
     void compare();
+    void pairsAsTheWalk();
 };
 
 void TstConfigDiff::compare_data()
@@ -141,7 +131,7 @@ void TstConfigDiff::compare()
     QFETCH(QStringList, edits);
     QFETCH(QStringList, expected);
     QTemporaryDir tmp;
-    copyTree(sample, tmp.path());
+    QVERIFY(pendantsim::copyFolder(sample, tmp.path()));
     const ConfigSnapshot before =
             ConfigSnapshot::load(tmp.path(), ConfigSnapshot::ControllerLayout);
     for (const QString &change : edits) {
@@ -163,6 +153,83 @@ void TstConfigDiff::compare()
     QCOMPARE(found, expected);
     // The other way round, every change turns over.
     QCOMPARE(ConfigDiff::compare(after, before).size(), expected.size());
+}
+
+// Rows drawn from a few values, so that many share a function and a place:
+// the diff pairs them exactly as the plain walk does, equal rows first, then
+// rows at the same place, then the rest, each in file order.
+void TstConfigDiff::pairsAsTheWalk()
+{
+    QRandomGenerator random(20261123);
+    const auto pick = [&random](const QStringList &values) {
+        return values.at(int(random.bounded(quint32(values.size()))));
+    };
+    const auto snapshot = [&]() {
+        ConfigSnapshot s;
+        for (int line = 1; line <= 300; ++line) {
+            SnapshotMapping m;
+            m.line = line;
+            m.direction = pick({"in", "out"}) == "in" ? BusInput : BusOutput;
+            m.row.module = pick({"Weld", "Spray"});
+            m.row.name = pick({"a", "b", "c"});
+            m.row.type = pick({"bool", "BOOL", "int"});
+            m.row.fieldBus = pick({"mtcp", "ethcat"});
+            m.row.address = pick({"0", "1", "2"});
+            m.row.filterTime = pick({"0", "5"});
+            m.row.invert = pick({"0", "1"});
+            s.mappings.append(m);
+        }
+        return s;
+    };
+    for (int run = 0; run < 20; ++run) {
+        const ConfigSnapshot a = snapshot();
+        const ConfigSnapshot b = snapshot();
+        using Same = std::function<bool(const FuncAndMapInfo &, const FuncAndMapInfo &)>;
+        const Same place = [](const FuncAndMapInfo &x, const FuncAndMapInfo &y) {
+            return x.fieldBus == y.fieldBus && x.address == y.address;
+        };
+        const Same equal = [place](const FuncAndMapInfo &x, const FuncAndMapInfo &y) {
+            return place(x, y) && x.filterTime == y.filterTime && x.invert == y.invert
+                    && x.type.compare(y.type, Qt::CaseInsensitive) == 0;
+        };
+        const Same any = [](const FuncAndMapInfo &, const FuncAndMapInfo &) { return true; };
+        const QStringList kinds{QString(), "mapping-changed", "mapping-moved"};
+        QStringList expected;
+        QVector<bool> takenB(b.mappings.size()), pairedA(a.mappings.size());
+        int round = 0;
+        for (const Same &same : {equal, place, any}) {
+            for (int i = 0; i < a.mappings.size(); ++i) {
+                const SnapshotMapping &x = a.mappings.at(i);
+                for (int j = 0; j < b.mappings.size() && !pairedA[i]; ++j) {
+                    const SnapshotMapping &y = b.mappings.at(j);
+                    if (takenB[j] || x.direction != y.direction || x.row.module != y.row.module
+                        || x.row.name != y.row.name || !same(x.row, y.row))
+                        continue;
+                    pairedA[i] = takenB[j] = true;
+                    if (round > 0)
+                        expected << QStringLiteral("%1 %2 %3")
+                                            .arg(kinds.at(round))
+                                            .arg(x.line)
+                                            .arg(y.line);
+                }
+            }
+            ++round;
+        }
+        for (int i = 0; i < a.mappings.size(); ++i) {
+            if (!pairedA[i])
+                expected << QStringLiteral("mapping-removed %1 0").arg(a.mappings.at(i).line);
+        }
+        for (int j = 0; j < b.mappings.size(); ++j) {
+            if (!takenB[j])
+                expected << QStringLiteral("mapping-added 0 %1").arg(b.mappings.at(j).line);
+        }
+        QStringList found;
+        for (const ConfigChange &c : ConfigDiff::compare(a, b))
+            found << QStringLiteral("%1 %2 %3").arg(c.kind).arg(c.lineBefore).arg(c.lineAfter);
+        expected.sort();
+        found.sort();
+        QCOMPARE(found, expected);
+    }
 }
 
 QTEST_GUILESS_MAIN(TstConfigDiff)

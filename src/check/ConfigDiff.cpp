@@ -38,44 +38,55 @@ bool unreadable(const ConfigSnapshot &s, const QString &rdeFilePath,
     return false;
 }
 
-// Pairs the items of two sides that share a key, in up to three rounds: equal
-// items first, then those `near` each other, then the rest in order. Each
-// round reports its pairs; what stays unpaired was removed or added.
+// Pairs the items of two sides that share a key, in rounds: the first rounds
+// pair items that also share their `rounds` detail (equal items, then items
+// near each other), a round whose detail is empty pairs the rest in order.
+// Each round reports its pairs; what stays unpaired was removed or added.
+// Every round is one pass over each side, however many items share a key.
 template<typename Item, typename Key>
 struct Pairing
 {
     std::function<Key(const Item &)> key;
-    std::vector<std::function<bool(const Item &, const Item &)>> rounds;
+    std::vector<std::function<QString(const Item &)>> rounds;
 
     // pair(round, a, b); unpaired(isBefore, item)
     void run(const QVector<const Item *> &a, const QVector<const Item *> &b,
              const std::function<void(size_t, const Item &, const Item &)> &pair,
              const std::function<void(bool, const Item &)> &unpaired) const
     {
-        QHash<Key, QVector<int>> afterByKey;
-        for (int i = 0; i < b.size(); ++i)
-            afterByKey[key(*b.at(i))].append(i);
-        std::vector<int> partnerOfA(size_t(a.size()), -1);
+        using RoundKey = QPair<Key, QString>;
+        // The unpaired items of b that share a round key, in order, and how
+        // many of them this round has paired already.
+        struct Open
+        {
+            int used = 0;
+            QVector<int> items;
+        };
+        std::vector<bool> pairedA(size_t(a.size()), false);
         std::vector<bool> takenB(size_t(b.size()), false);
         for (size_t round = 0; round < rounds.size(); ++round) {
+            const auto roundKey = [&](const Item &item) {
+                return RoundKey(key(item), rounds[round](item));
+            };
+            QHash<RoundKey, Open> open;
+            for (int j = 0; j < b.size(); ++j) {
+                if (!takenB[size_t(j)])
+                    open[roundKey(*b.at(j))].items.append(j);
+            }
             for (int i = 0; i < a.size(); ++i) {
-                if (partnerOfA[size_t(i)] >= 0)
+                if (pairedA[size_t(i)])
                     continue;
-                const auto candidates = afterByKey.constFind(key(*a.at(i)));
-                if (candidates == afterByKey.cend())
+                const auto found = open.find(roundKey(*a.at(i)));
+                if (found == open.end() || found->used == found->items.size())
                     continue;
-                for (const int j : candidates.value()) {
-                    if (!takenB[size_t(j)] && rounds[round](*a.at(i), *b.at(j))) {
-                        partnerOfA[size_t(i)] = j;
-                        takenB[size_t(j)] = true;
-                        pair(round, *a.at(i), *b.at(j));
-                        break;
-                    }
-                }
+                const int j = found->items.at(found->used++);
+                pairedA[size_t(i)] = true;
+                takenB[size_t(j)] = true;
+                pair(round, *a.at(i), *b.at(j));
             }
         }
         for (int i = 0; i < a.size(); ++i) {
-            if (partnerOfA[size_t(i)] < 0)
+            if (!pairedA[size_t(i)])
                 unpaired(true, *a.at(i));
         }
         for (int j = 0; j < b.size(); ++j) {
@@ -268,16 +279,16 @@ private:
         pairing.key = [](const SnapshotMapping &m) {
             return Key(m.direction, qMakePair(m.row.module, m.row.name));
         };
-        const auto samePlace = [](const SnapshotMapping &x, const SnapshotMapping &y) {
-            return x.row.fieldBus == y.row.fieldBus && x.row.address == y.row.address;
+        const auto place = [](const SnapshotMapping &m) {
+            return m.row.fieldBus + QLatin1Char('\n') + m.row.address;
         };
-        pairing.rounds = {[samePlace](const SnapshotMapping &x, const SnapshotMapping &y) {
-                              return samePlace(x, y) && x.row.filterTime == y.row.filterTime
-                                      && x.row.invert == y.row.invert
-                                      && x.row.type.compare(y.row.type, Qt::CaseInsensitive) == 0;
+        // Equal rows first (types in any case), then rows at the same place.
+        pairing.rounds = {[place](const SnapshotMapping &m) {
+                              return QStringList{place(m), m.row.filterTime, m.row.invert,
+                                                 m.row.type.toCaseFolded()}
+                                      .join(QLatin1Char('\n'));
                           },
-                          samePlace,
-                          [](const SnapshotMapping &, const SnapshotMapping &) { return true; }};
+                          place, [](const SnapshotMapping &) { return QString(); }};
         const auto text = [](const SnapshotMapping &m) {
             return ConfigDiff::tr("%1 %2 (%3), filter time %4, invert %5")
                     .arg(m.row.fieldBus, m.row.address, m.row.type, m.row.filterTime, m.row.invert);
@@ -308,11 +319,11 @@ private:
                                .arg(g.group.fieldBus.toLower(), g.group.type.toLower(),
                                     QString::number(g.group.address.toInt())));
         };
-        pairing.rounds = {[](const SnapshotGroup &x, const SnapshotGroup &y) {
-                              return x.group.deviceMapHead == y.group.deviceMapHead
-                                      && x.group.deviceMapTail == y.group.deviceMapTail;
+        pairing.rounds = {[](const SnapshotGroup &g) {
+                              return g.group.deviceMapHead + QLatin1Char('\n')
+                                      + g.group.deviceMapTail;
                           },
-                          [](const SnapshotGroup &, const SnapshotGroup &) { return true; }};
+                          [](const SnapshotGroup &) { return QString(); }};
         const auto text = [](const SnapshotGroup &g) {
             return QStringLiteral("%1-%2").arg(g.group.deviceMapHead, g.group.deviceMapTail);
         };
