@@ -1,5 +1,6 @@
 // Runs the built fbcfg tool on fresh copies of the sample controller.
 #include "ConfigSnapshot.h"
+#include "PendantSim.h"
 
 #include <QDirIterator>
 #include <QJsonDocument>
@@ -9,17 +10,6 @@
 #include <QtTest>
 
 namespace {
-
-void copyTree(const QString &from, const QString &to)
-{
-    QDirIterator it(from, QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString source = it.next();
-        const QString target = to + '/' + QDir(from).relativeFilePath(source);
-        QVERIFY(QDir().mkpath(QFileInfo(target).path()));
-        QVERIFY(QFile::copy(source, target));
-    }
-}
 
 QHash<QString, QByteArray> readTree(const QString &root)
 {
@@ -202,12 +192,14 @@ void TstFbcfg::run_data()
     const QString dry = "dry run: nothing was changed";
     row("dry bus disable", {"bus", "disable", "{onBus}", "--dry-run"}, 0,
         "^  ~ {onBus} \\(.*\\): on -> off$");
-    row("dry map set", {"map", "set", "{mod}", "{func}", "{bus}", "{free}", "--dir", "in", "--dry-run"},
-        0, "^  ~ input {mod} {func}: .* -> {bus} {free} .*\\(line \\d+\\)$");
+    row("dry map set",
+        {"map", "set", "{mod}", "{func}", "{bus}", "{free}", "--dir", "in", "--dry-run"}, 0,
+        "^  ~ input {mod} {func}: .* -> {bus} {free} .*\\(line \\d+\\)$");
     row("dry map unset", {"map", "unset", "{mod}", "{func}", "--dir", "in", "--dry-run"}, 0,
         "^  - input {mod} {func}: {bus} ");
-    row("dry refused", {"map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in",
-                        "--dry-run"}, 1, "refused");
+    row("dry refused",
+        {"map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in", "--dry-run"}, 1,
+        "refused");
     row("dry group overlap",
         {"group", "set", "{gbus}", "{gfree}", "{gfirst}", "{glast}", "--dir", "in", "--type",
          "{gtype}", "--dry-run"},
@@ -216,13 +208,20 @@ void TstFbcfg::run_data()
         "^  [~+] fbIn\\[0\\]: .*new text$");
     row("dry endian json", {"endian", "set", "big", "--dry-run", "--json"}, 0,
         "\"kind\": \"endian-changed\"");
-    row("dry import", QStringList(import) << "--prefer" << "imported" << "--dry-run", 0,
-        dry + ".* would make [1-9]");
+    row("import repeats",
+        {"import", "%DATA%/import/repeated_rows.cfg", "--all", "--prefer", "imported"}, 1,
+        "repeated_rows.cfg:3: Common EXT_START is mapped as input already on line 2\\n"
+        "[\\s\\S]*repeated_rows.cfg:4: mtcp input address 40 is taken already on line 2\\n"
+        "[\\s\\S]*nothing was changed: 2 row");
+    row("dry import",
+        QStringList(import) << "--prefer"
+                            << "imported"
+                            << "--dry-run",
+        0, dry + ".* would make [1-9]");
     row("diff equal", {"diff", "--against", "%CONTROLLER%"}, 0, "^no differences$");
     row("diff faults", {"diff", "--against", "%FAULTS%"}, 1,
         "^application/fidbus/signal_mapping.cfg\\n  [-+~] ");
-    row("diff faults json", {"diff", "--against", "%FAULTS%", "--json"}, 1,
-        "\"kind\": \"mapping-");
+    row("diff faults json", {"diff", "--against", "%FAULTS%", "--json"}, 1, "\"kind\": \"mapping-");
     row("diff without working copy", {"diff"}, 2, "no working copy");
     row("question unanswered", {"bus", "performance", "eip", "on", "--current", "1"}, 2,
         "question: .*\\n[\\s\\S]*nothing was changed.*--yes");
@@ -264,7 +263,7 @@ void TstFbcfg::run()
 
     QTemporaryDir tmp;
     const QString controller = tmp.filePath("controller");
-    copyTree(sample, controller);
+    QVERIFY(pendantsim::copyFolder(sample, controller));
     const QString ws = tmp.filePath("ws");
     // A dry run leaves a working copy as it found it, too.
     const bool dryRun = args.contains("--dry-run");
@@ -274,6 +273,7 @@ void TstFbcfg::run()
     const QHash<QString, QByteArray> workspace = readTree(ws);
     args.replaceInStrings("%CONTROLLER%", controller);
     args.replaceInStrings("%FAULTS%", sample + "-with-faults");
+    args.replaceInStrings("%DATA%", FBC_TEST_DATA);
     QString out;
     QString err;
     const int exitCode =
@@ -320,13 +320,15 @@ void TstFbcfg::csvRoundTrip()
     for (const bool excel : {false, true}) {
         QTemporaryDir tmp;
         const QString controller = tmp.filePath("controller");
-        copyTree(sample, controller);
+        QVERIFY(pendantsim::copyFolder(sample, controller));
         const QHash<QString, QByteArray> before = readTree(controller);
         const QString file = tmp.filePath("m.csv");
         const QStringList common{"--controller", controller, "--workspace", tmp.filePath("ws")};
         QStringList exportArgs = QStringList{"export", "--csv", file} + common;
         if (excel)
-            exportArgs << "--excel" << "--lang" << "zh";
+            exportArgs << "--excel"
+                       << "--lang"
+                       << "zh";
         QString out;
         QCOMPARE(runTool(exportArgs, &out), 0);
         QFile csv(file);
@@ -347,7 +349,7 @@ void TstFbcfg::csvRefusedRows()
 {
     QTemporaryDir tmp;
     const QString controller = tmp.filePath("controller");
-    copyTree(sample, controller);
+    QVERIFY(pendantsim::copyFolder(sample, controller));
     const ConfigSnapshot s = ConfigSnapshot::load(controller, ConfigSnapshot::ControllerLayout);
     const auto unmapped = std::find_if(s.mappings.cbegin(), s.mappings.cend(), [](const auto &m) {
         return m.direction == BusInput && m.row.address == "-1";
@@ -355,8 +357,8 @@ void TstFbcfg::csvRefusedRows()
     if (unmapped == s.mappings.cend() || !vars.contains("free"))
         QSKIP("the sample has no unmapped input or no free address");
     const QString good = QStringLiteral("%1,%2,,%3,%4,in,%5,0,0")
-                                 .arg(unmapped->row.module, unmapped->row.name,
-                                      unmapped->row.type, vars.value("bus"), vars.value("free"));
+                                 .arg(unmapped->row.module, unmapped->row.name, unmapped->row.type,
+                                      vars.value("bus"), vars.value("free"));
     const QString m = vars.value("mod");
     const QString f = vars.value("func");
     // Line of each bad row -> what its message must say.
@@ -368,7 +370,8 @@ void TstFbcfg::csvRefusedRows()
             {m + "," + f + ",,bool,mtcp,in,x1,0,0", "'x1' is not a number"},
             {m + "," + f + ",,bool,mtcp", "9 fields expected, found 5"},
             {m + "," + f + ",,bool,mtcp,in,99999,0,0", "outside"},
-            {m + "," + f + ",\"open,bool,mtcp,in,1,0,0", "quote opened on line 9 is not closed"},
+            {good, "is mapped as input already on line 2"},
+            {m + "," + f + ",\"open,bool,mtcp,in,1,0,0", "quote opened on line 10 is not closed"},
     };
     QByteArray bytes = "module,function,function display name,type,bus,direction,address,filter "
                        "time,invert\r\n";
@@ -379,9 +382,9 @@ void TstFbcfg::csvRefusedRows()
     csv.write(bytes);
     csv.close();
     const QHash<QString, QByteArray> before = readTree(controller);
-    const QStringList common{"import", "--csv",       csv.fileName(), "--controller",
-                             controller, "--workspace", tmp.filePath("ws"), "--prefer",
-                             "imported"};
+    const QStringList common{"import",           "--csv",    csv.fileName(),
+                             "--controller",     controller, "--workspace",
+                             tmp.filePath("ws"), "--prefer", "imported"};
     QString out;
     QString err;
     QCOMPARE(runTool(common, &out, &err), 1);
@@ -407,7 +410,7 @@ void TstFbcfg::diffWorkingCopy()
 {
     QTemporaryDir tmp;
     const QString controller = tmp.filePath("controller");
-    copyTree(sample, controller);
+    QVERIFY(pendantsim::copyFolder(sample, controller));
     const QStringList common{"--controller", controller, "--workspace", tmp.filePath("ws")};
     QString out;
     QCOMPARE(runTool(QStringList{"endian", "get"} + common), 0);

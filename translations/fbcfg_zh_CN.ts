@@ -966,6 +966,20 @@
         <translation>未写入任何内容：有 %1 行无法导入（--skip-bad 可导入其余各行）</translation>
     </message>
     <message>
+        <source>%1 %2 is mapped as %3 already on line %4</source>
+        <translation>%1 %2 已在第 %4 行映射为%3</translation>
+    </message>
+    <message>
+        <source>%1 %2 address %3 is taken already on line %4</source>
+        <translation>%1 的%2地址 %3 已被第 %4 行占用</translation>
+    </message>
+    <message numerus="yes">
+        <source>nothing was changed: %n row(s) of the file map again what an earlier row maps</source>
+        <translation>
+            <numerusform>未做任何更改：文件中有 %n 行重复映射了前面某行已映射的内容</numerusform>
+        </translation>
+    </message>
+    <message>
         <source>Print the changes the command would make (as fbcfg diff does) and change nothing, neither the working copy nor the controller.</source>
         <translation>打印命令将产生的变更（同 fbcfg diff），不做任何更改，工作副本和控制器都不变。</translation>
     </message>

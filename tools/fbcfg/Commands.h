@@ -4,6 +4,7 @@
 #include <fieldbusconfig/FieldbusTypes.h>
 
 #include <QCommandLineParser>
+#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -61,6 +62,22 @@ int runDryRun(const Settings &settings, Handler handler, const Call &call);
 int csvToMappingFile(Session &session, const QString &csvPath, const QString &mappingFile,
                      QVector<SnapshotMapping> &rows, QStringList &modules,
                      QMap<int, QString> &refused);
+
+// Finds the rows of an import file that map a function (by module and name in
+// any case) or a place (bus, type and address) that an earlier row of the same
+// direction maps already. The import's collision search pairs every present
+// row with every imported row it meets, so repeats would multiply; and a file
+// that maps one function or one address twice is wrong anyway.
+class RepeatFinder
+{
+public:
+    // Empty for a row met first; else why it repeats, naming the earlier line.
+    QString repeat(BiBo dir, const FuncAndMapInfo &row, int line);
+
+private:
+    QHash<QString, int> m_functions;
+    QHash<QString, int> m_places;
+};
 
 // The changes from `before` to `after`, grouped by file, or as JSON.
 void printChanges(const QVector<ConfigChange> &changes, const QString &before, const QString &after,

@@ -147,10 +147,13 @@ int csvToMappingFile(Session &session, const QString &csvPath, const QString &ma
     // The good rows in the signal mapping format, inputs and outputs apart.
     QByteArray sections[2];
     QVector<int> lines[2];
+    RepeatFinder repeats;
     for (const csv::Record &record : records.mid(1)) {
         FuncAndMapInfo row;
         BiBo dir = BusInput;
-        const QString why = readRow(m, record, row, dir);
+        QString why = readRow(m, record, row, dir);
+        if (why.isEmpty())
+            why = repeats.repeat(dir, row, record.line);
         if (!why.isEmpty()) {
             refused.insert(record.line, why);
             continue;

@@ -5,6 +5,8 @@
 #include <fieldbusconfig/platform/DataAccess.h>
 
 #include <QFileInfo>
+#include <QHash>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -15,12 +17,6 @@ QString rowText(const FuncAndMapInfo &row, BiBo dir)
 {
     return QStringLiteral("%1 %2 (%3) %4 %5")
             .arg(row.module, row.name, directionWord(dir), row.fieldBus, row.address);
-}
-
-bool sameImportRow(const FuncAndMapInfo &a, const FuncAndMapInfo &b)
-{
-    return a.module == b.module && a.name == b.name && a.type == b.type && a.fieldBus == b.fieldBus
-            && a.address == b.address;
 }
 
 // Why the import's cleaning dropped a row: the first of its rules, in its order.
@@ -160,6 +156,28 @@ int runImport(Session &session, const Call &call)
             modules.append(key.isEmpty() ? name.trimmed() : key);
         }
     }
+    // The rows the import reads: those of the listed modules, or every module
+    // but PV_layout when it is listed.
+    const auto selected = [&modules](const FuncAndMapInfo &row) {
+        return modules.contains(pv_layout) ? row.module != pv_layout : modules.contains(row.module);
+    };
+    if (!fromCsv) {
+        RepeatFinder repeats;
+        QStringList repeated;
+        for (const SnapshotMapping &mapping : qAsConst(fileRows)) {
+            const QString why = selected(mapping.row)
+                    ? repeats.repeat(mapping.direction, mapping.row, mapping.line)
+                    : QString();
+            if (!why.isEmpty())
+                repeated.append(QStringLiteral("%1:%2: %3").arg(file).arg(mapping.line).arg(why));
+        }
+        for (const QString &line : qAsConst(repeated))
+            Output::note(line);
+        if (!repeated.isEmpty())
+            return refuse(Fbcfg::tr("nothing was changed: %n row(s) of the file map again what "
+                                    "an earlier row maps",
+                                    nullptr, repeated.size()));
+    }
     if (!m->readMapParaBackup(mappingFile, modules)) {
         Output::error(Fbcfg::tr("the library could not read %1").arg(file));
         return ExitFailure;
@@ -169,34 +187,39 @@ int runImport(Session &session, const Call &call)
     int taken = 0;
     int already = 0;
     QStringList dropped;
+    const QChar gap = QLatin1Char('\n');
     for (const BiBo dir : {BusInput, BusOutput}) {
-        QVector<FuncAndMapInfo> kept;
+        // The rows the cleaning kept, counted by what they are.
+        const auto keptKey = [gap](const FuncAndMapInfo &r) {
+            return r.module + gap + r.name + gap + r.type + gap + r.fieldBus + gap + r.address;
+        };
+        QHash<QString, int> kept;
         const auto importMap = m->getImportBusMap(dir);
-        for (const QVector<FuncAndMapInfo> &rows : importMap)
-            kept += rows;
-        QVector<FuncAndMapInfo> present;
-        m->getBusSignalMap(dir, present);
+        for (const QVector<FuncAndMapInfo> &rows : importMap) {
+            for (const FuncAndMapInfo &row : rows)
+                ++kept[keptKey(row)];
+        }
+        // The present rows, as the collision search tells a row that is there already.
+        const auto presentKey = [gap](const FuncAndMapInfo &r) {
+            return r.fieldBus + gap + r.name + gap + r.type.toCaseFolded() + gap
+                    + r.address.toCaseFolded();
+        };
+        QSet<QString> present;
+        QVector<FuncAndMapInfo> table;
+        m->getBusSignalMap(dir, table);
+        for (const FuncAndMapInfo &row : qAsConst(table))
+            present.insert(presentKey(row));
         for (const SnapshotMapping &mapping : qAsConst(fileRows)) {
             const FuncAndMapInfo &row = mapping.row;
-            if (mapping.direction != dir
-                || (modules.contains(pv_layout) ? row.module == pv_layout
-                                                : !modules.contains(row.module)))
+            if (mapping.direction != dir || !selected(row))
                 continue;
-            const auto survivor =
-                    std::find_if(kept.begin(), kept.end(),
-                                 [&row](const FuncAndMapInfo &k) { return sameImportRow(k, row); });
-            if (survivor != kept.end()) {
-                kept.erase(survivor);
+            const auto survivor = kept.find(keptKey(row));
+            if (survivor != kept.end() && *survivor > 0) {
+                --*survivor;
                 ++taken;
                 continue;
             }
-            const bool there =
-                    std::any_of(present.cbegin(), present.cend(), [&row](const FuncAndMapInfo &p) {
-                        return p.fieldBus == row.fieldBus && p.name == row.name
-                                && p.type.compare(row.type, Qt::CaseInsensitive) == 0
-                                && p.address.compare(row.address, Qt::CaseInsensitive) == 0;
-                    });
-            if (there)
+            if (present.contains(presentKey(row)))
                 ++already;
             else if (fromCsv)
                 refused.insert(
@@ -231,18 +254,21 @@ int runImport(Session &session, const Call &call)
     }
 
     for (const BiBo dir : {BusInput, BusOutput}) {
+        // Who holds each place: the first present row there.
+        const auto placeKey = [gap](const FuncAndMapInfo &r) {
+            return r.fieldBus + gap + r.address + gap + r.type.toCaseFolded();
+        };
+        QHash<QString, QString> holders;
         QVector<FuncAndMapInfo> present;
         m->getBusSignalMap(dir, present);
-        for (const FuncAndMapInfo &row : m->getImportAddressCollisions(dir)) {
-            QString holder;
-            for (const FuncAndMapInfo &p : qAsConst(present)) {
-                if (holder.isEmpty() && p.fieldBus == row.fieldBus && p.address == row.address
-                    && p.type.compare(row.type, Qt::CaseInsensitive) == 0)
-                    holder = QStringLiteral("%1 %2").arg(p.module, p.name);
-            }
-            Output::line(Fbcfg::tr("  collision: %1 takes the address of %2")
-                                 .arg(rowText(row, dir), holder));
+        for (const FuncAndMapInfo &p : qAsConst(present)) {
+            const QString key = placeKey(p);
+            if (!holders.contains(key))
+                holders.insert(key, QStringLiteral("%1 %2").arg(p.module, p.name));
         }
+        for (const FuncAndMapInfo &row : m->getImportAddressCollisions(dir))
+            Output::line(Fbcfg::tr("  collision: %1 takes the address of %2")
+                                 .arg(rowText(row, dir), holders.value(placeKey(row))));
         const QList<FuncAndMapInfo> remapped = m->getImportRemappedFunctions(dir);
         const QList<FuncAndMapInfo> presentRows = m->getImportPresentRows(dir);
         for (int i = 0; i < remapped.size(); ++i) {
