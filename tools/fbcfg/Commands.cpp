@@ -91,13 +91,16 @@ QString RepeatFinder::repeat(BiBo dir, const FuncAndMapInfo &row, int line)
         return Fbcfg::tr("%1 %2 is mapped as %3 already on line %4")
                 .arg(row.module, row.name, directionWord(dir))
                 .arg(functionLine);
-    const int placeLine = m_places.value(place);
+    // "-1" is no place: every function not mapped has it.
+    const bool mapped = row.address.trimmed() != QLatin1String("-1");
+    const int placeLine = mapped ? m_places.value(place) : 0;
     if (placeLine)
         return Fbcfg::tr("%1 %2 address %3 is taken already on line %4")
                 .arg(row.fieldBus, directionWord(dir), row.address)
                 .arg(placeLine);
     m_functions.insert(function, line);
-    m_places.insert(place, line);
+    if (mapped)
+        m_places.insert(place, line);
     return QString();
 }
 

@@ -64,8 +64,8 @@ int csvToMappingFile(Session &session, const QString &csvPath, const QString &ma
                      QMap<int, QString> &refused);
 
 // Finds the rows of an import file that map a function (by module and name in
-// any case) or a place (bus, type and address) that an earlier row of the same
-// direction maps already. The import's collision search pairs every present
+// any case) or a place (bus, type and address other than "-1") that an earlier
+// row of the same direction maps already. The import's collision search pairs every present
 // row with every imported row it meets, so repeats would multiply; and a file
 // that maps one function or one address twice is wrong anyway.
 class RepeatFinder
