@@ -4,6 +4,9 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
+
+class QLockFile;
 
 // Control API of the simulated pendant platform: the controller is a folder,
 // and tests and tools steer the link, failures, robot state and message boxes.
@@ -71,5 +74,33 @@ bool copyFolder(const QString &from, const QString &to);
 // An application parameter file that shows every named module, for controller
 // folders that bring none: the manager drops the modules the application hides.
 bool writeAppParameters(const QString &path, const QStringList &moduleNames);
+
+// One writer at a time per folder, across processes (fbcfg's writing commands,
+// fbcfg-screen's Save): a lock file in the temporary folder named after the
+// folder's canonical path, so that the folder itself gains no file. A lock
+// whose holder died is taken over.
+class FolderLock
+{
+public:
+    explicit FolderLock(const QString &folder);
+    ~FolderLock();
+    FolderLock(const FolderLock &) = delete;
+    FolderLock &operator=(const FolderLock &) = delete;
+
+    // Waits up to `timeoutMs` for the lock; false while another process holds it.
+    bool tryLock(int timeoutMs);
+    // Who holds the lock after a failed tryLock, e.g. "pid 1234 (fbcfg)".
+    QString holder() const;
+
+private:
+    std::unique_ptr<QLockFile> m_file;
+};
+
+// Removes `dir` with everything in it when SIGINT, SIGTERM, SIGHUP or SIGPIPE
+// ends the process, then lets the signal end it as it would have; a temporary
+// copy of a controller announced as "removed at exit" then is. forgetOnSignal
+// drops a folder that was removed the ordinary way.
+void removeOnSignal(const QString &dir);
+void forgetOnSignal(const QString &dir);
 
 } // namespace pendantsim
