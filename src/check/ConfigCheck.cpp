@@ -567,3 +567,17 @@ int ConfigCheck::errorCount(const QVector<CheckFinding> &findings)
     return int(std::count_if(findings.cbegin(), findings.cend(),
                              [](const CheckFinding &f) { return f.severity == errorSeverity; }));
 }
+
+QVector<CheckFinding> ConfigCheck::writeBlockers(const QVector<CheckFinding> &findings,
+                                                 const QString &rdeFilePath)
+{
+    static const QStringList blocking{QStringLiteral("malformed-line"), QStringLiteral("encoding"),
+                                      QStringLiteral("file-unreadable")};
+    const QString file = fileName(rdeFilePath);
+    QVector<CheckFinding> blockers;
+    for (const CheckFinding &f : findings) {
+        if (f.file == file && blocking.contains(f.kind))
+            blockers.append(f);
+    }
+    return blockers;
+}

@@ -37,4 +37,11 @@ public:
     static QVector<CheckFinding> run(const ConfigSnapshot &snapshot);
 
     static int errorCount(const QVector<CheckFinding> &findings);
+
+    // The findings that make writing the file with controller path
+    // `rdeFilePath` back unsafe: lines its reader could not parse, bytes that
+    // are not UTF-8, the file unreadable or not well-formed. The writers write
+    // what the readers read, so such a line would come back changed.
+    static QVector<CheckFinding> writeBlockers(const QVector<CheckFinding> &findings,
+                                               const QString &rdeFilePath);
 };
