@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <csignal>
+
 namespace {
 
 QHash<QString, QByteArray> readTree(const QString &root)
@@ -47,6 +49,13 @@ int runTool(const QStringList &args, QString *out = nullptr, QString *err = null
     return tool.exitCode();
 }
 
+// A pendant workspace in `tmp`: fbcfg takes only a folder that exists.
+QString workspaceIn(const QTemporaryDir &tmp)
+{
+    QDir(tmp.path()).mkpath("ws");
+    return tmp.filePath("ws");
+}
+
 const QString fieldbusXml = "application/fidbus/fieldbus.xml";
 const QString signalMap = "application/fidbus/signal_mapping.cfg";
 const QString mapBackup = "application/fidbus/signal_mapping_backup.cfg";
@@ -64,6 +73,14 @@ private slots:
     void csvRoundTrip();
     void csvRefusedRows();
     void diffWorkingCopy();
+    // Trust: the folder asked for, nothing written that was not read cleanly,
+    // no change lost to a concurrent writer, no temporary folder left behind.
+    void folderOptions_data();
+    void folderOptions();
+    void uncleanFileRefused();
+    void concurrentWriters();
+    void cleanEnds_data();
+    void cleanEnds();
 
 private:
     // Another controller folder can be tried with FBCFG_SAMPLE.
@@ -177,6 +194,7 @@ void TstFbcfg::run_data()
          "{gtype}"},
         1, "refused: .*overlaps");
     row("describe <", {"describe", "set", "fbIn[1]", "a<b"}, 1, "refused: .*\"<\"");
+    row("describe &", {"describe", "set", "fbIn[1]", "R&D"}, 1, "refused: .*\"&\"");
     row("check", {"check"}, 0, "^no problems found$");
     row("chinese",
         {"--lang", "zh", "map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in"}, 1,
@@ -264,7 +282,7 @@ void TstFbcfg::run()
     QTemporaryDir tmp;
     const QString controller = tmp.filePath("controller");
     QVERIFY(pendantsim::copyFolder(sample, controller));
-    const QString ws = tmp.filePath("ws");
+    const QString ws = workspaceIn(tmp);
     // A dry run leaves a working copy as it found it, too.
     const bool dryRun = args.contains("--dry-run");
     if (dryRun)
@@ -323,7 +341,7 @@ void TstFbcfg::csvRoundTrip()
         QVERIFY(pendantsim::copyFolder(sample, controller));
         const QHash<QString, QByteArray> before = readTree(controller);
         const QString file = tmp.filePath("m.csv");
-        const QStringList common{"--controller", controller, "--workspace", tmp.filePath("ws")};
+        const QStringList common{"--controller", controller, "--workspace", workspaceIn(tmp)};
         QStringList exportArgs = QStringList{"export", "--csv", file} + common;
         if (excel)
             exportArgs << "--excel"
@@ -384,7 +402,7 @@ void TstFbcfg::csvRefusedRows()
     const QHash<QString, QByteArray> before = readTree(controller);
     const QStringList common{"import",           "--csv",    csv.fileName(),
                              "--controller",     controller, "--workspace",
-                             tmp.filePath("ws"), "--prefer", "imported"};
+                             workspaceIn(tmp), "--prefer", "imported"};
     QString out;
     QString err;
     QCOMPARE(runTool(common, &out, &err), 1);
@@ -411,7 +429,7 @@ void TstFbcfg::diffWorkingCopy()
     QTemporaryDir tmp;
     const QString controller = tmp.filePath("controller");
     QVERIFY(pendantsim::copyFolder(sample, controller));
-    const QStringList common{"--controller", controller, "--workspace", tmp.filePath("ws")};
+    const QStringList common{"--controller", controller, "--workspace", workspaceIn(tmp)};
     QString out;
     QCOMPARE(runTool(QStringList{"endian", "get"} + common), 0);
     QCOMPARE(runTool(QStringList{"diff"} + common, &out), 0);
@@ -430,6 +448,189 @@ void TstFbcfg::diffWorkingCopy()
     QCOMPARE(runTool(QStringList{"diff"} + common, &out), 1);
     QVERIFY2(out.contains("fa/fbslave.cfgx\n  ~ byte order: ") && out.contains("1 change"),
              qPrintable(out));
+}
+
+void TstFbcfg::folderOptions_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("empty controller") << QStringList{"check", "--controller", ""}
+                                      << "--controller needs a folder, not an empty value";
+    QTest::newRow("controller=") << QStringList{"check", "--controller="}
+                                 << "--controller needs a folder, not an empty value";
+    QTest::newRow("controller file")
+            << QStringList{"status", "--controller", "%FILE%"} << "--controller %FILE%: not a folder";
+    QTest::newRow("missing controller") << QStringList{"check", "--controller", "%MISSING%"}
+                                        << "--controller %MISSING%: there is no such folder";
+    QTest::newRow("controller without configuration")
+            << QStringList{"map", "list", "--controller", "%EMPTY%"}
+            << "--controller %EMPTY% holds no controller configuration: none of ";
+    QTest::newRow("empty workspace")
+            << QStringList{"status", "--workspace", ""} << "--workspace needs a folder";
+    QTest::newRow("missing workspace") << QStringList{"status", "--workspace", "%MISSING%"}
+                                       << "--workspace %MISSING%: there is no such folder";
+    QTest::newRow("against empty folder") << QStringList{"diff", "--against", "%EMPTY%"}
+                                          << "--against %EMPTY% holds no controller configuration";
+    QTest::newRow("against file")
+            << QStringList{"diff", "--against", "%FILE%"} << "--against %FILE%: not a folder";
+}
+
+// A usage error that names the value; nothing is checked or listed instead.
+void TstFbcfg::folderOptions()
+{
+    QFETCH(QStringList, args);
+    QFETCH(QString, message);
+    QTemporaryDir tmp;
+    QVERIFY(QDir(tmp.path()).mkpath("empty/application/fidbus"));
+    QFile file(tmp.filePath("file"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    const QHash<QString, QString> values{{"%FILE%", file.fileName()},
+                                         {"%MISSING%", tmp.filePath("missing")},
+                                         {"%EMPTY%", tmp.filePath("empty")}};
+    for (auto it = values.cbegin(); it != values.cend(); ++it) {
+        args.replaceInStrings(it.key(), it.value());
+        message.replace(it.key(), it.value());
+    }
+    QString out;
+    QString err;
+    QCOMPARE(runTool(args, &out, &err), 2);
+    QVERIFY2(err.startsWith("fbcfg: " + message) && err.contains(" --help"), qPrintable(err));
+    QCOMPARE(out, QString());
+}
+
+// A row without -FieldBus and a stray line would come back as invented rows:
+// every command that writes the file refuses, naming both lines, and writes nothing.
+void TstFbcfg::uncleanFileRefused()
+{
+    QTemporaryDir tmp;
+    const QString controller = tmp.filePath("controller");
+    QVERIFY(pendantsim::copyFolder(sample, controller));
+    QFile map(controller + '/' + signalMap);
+    QVERIFY(map.open(QIODevice::ReadOnly));
+    QStringList lines = QString::fromUtf8(map.readAll()).split('\n');
+    map.close();
+    const int row = lines.indexOf(QRegularExpression("^\\s*-Module .*-FieldBus \\S+.*"));
+    QVERIFY(row > 0);
+    lines[row].remove(QRegularExpression("-FieldBus \\S+"));
+    lines.insert(row + 1, "a stray line");
+    QVERIFY(map.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    map.write(lines.join('\n').toUtf8());
+    map.close();
+    const QHash<QString, QByteArray> before = readTree(controller);
+    const QString path = QDir::cleanPath(controller + '/' + signalMap);
+    for (const char *extra : {"", "--dry-run"}) {
+        QStringList args{"map", "unset", vars.value("mod"), vars.value("func"), "--dir", "in",
+                         "--controller", controller};
+        if (*extra)
+            args << extra;
+        QString err;
+        QCOMPARE(runTool(args, nullptr, &err), 1);
+        for (const int line : {row + 1, row + 2})
+            QVERIFY2(err.contains(QStringLiteral("%1:%2: error: ").arg(path).arg(line)),
+                     qPrintable(err));
+        QVERIFY2(err.contains("refused: nothing was written") && err.contains("fbcfg check"),
+                 qPrintable(err));
+        QVERIFY(readTree(controller) == before);
+    }
+}
+
+// Writers of one folder take turns: whatever exits 0 has its change in the
+// file, and a writer that cannot get the lock in time names who holds it.
+void TstFbcfg::concurrentWriters()
+{
+    const ConfigSnapshot s = ConfigSnapshot::load(sample, ConfigSnapshot::ControllerLayout);
+    const auto other = std::find_if(s.mappings.cbegin(), s.mappings.cend(), [&](const auto &m) {
+        return m.direction == BusInput && m.row.fieldBus == vars.value("bus")
+                && m.row.name != vars.value("func") && m.row.address != "-1";
+    });
+    if (!vars.contains("free") || other == s.mappings.cend())
+        QSKIP("the sample has no second mapped input on the bus");
+    for (int round = 0; round < 5; ++round) {
+        QTemporaryDir tmp;
+        const QString controller = tmp.filePath("controller");
+        QVERIFY(pendantsim::copyFolder(sample, controller));
+        const QStringList common{"--dir", "in", "--controller", controller, "--timeout", "60"};
+        QProcess set;
+        QProcess unset;
+        set.start(FBCFG_PATH,
+                  QStringList{"map", "set", vars.value("mod"), vars.value("func"), vars.value("bus"),
+                              vars.value("free")}
+                          + common);
+        unset.start(FBCFG_PATH, QStringList{"map", "unset", other->row.module, other->row.name} + common);
+        QVERIFY(set.waitForFinished(60000) && unset.waitForFinished(60000));
+        const ConfigSnapshot after =
+                ConfigSnapshot::load(controller, ConfigSnapshot::ControllerLayout);
+        const auto addressOf = [&after](const QString &module, const QString &name) {
+            for (const SnapshotMapping &m : after.mappings) {
+                if (m.direction == BusInput && m.row.module == module && m.row.name == name)
+                    return m.row.address;
+            }
+            return QStringLiteral("-1");
+        };
+        QCOMPARE(set.exitCode(), 0);
+        QCOMPARE(unset.exitCode(), 0);
+        QCOMPARE(addressOf(vars.value("mod"), vars.value("func")), vars.value("free"));
+        QCOMPARE(addressOf(other->row.module, other->row.name), QString("-1"));
+    }
+
+    QTemporaryDir tmp;
+    const QString controller = tmp.filePath("controller");
+    QVERIFY(pendantsim::copyFolder(sample, controller));
+    pendantsim::FolderLock held(controller);
+    QVERIFY(held.tryLock(0));
+    QString err;
+    QCOMPARE(runTool({"map", "unset", other->row.module, other->row.name, "--dir", "in",
+                      "--controller", controller, "--timeout", "0.5"},
+                     nullptr, &err),
+             2);
+    QVERIFY2(err.contains(QRegularExpression(
+                     "^fbcfg: busy: .*controller is being changed by pid "
+                     + QString::number(QCoreApplication::applicationPid()))),
+             qPrintable(err));
+}
+
+void TstFbcfg::cleanEnds_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << int(SIGTERM);
+    QTest::newRow("SIGINT") << int(SIGINT);
+    QTest::newRow("SIGHUP") << int(SIGHUP);
+    QTest::newRow("closed pipe") << 0;
+}
+
+// The temporary workspace goes however the tool ends: killed while it waits
+// for a folder's lock, or writing to a reader that has gone.
+void TstFbcfg::cleanEnds()
+{
+    QFETCH(int, signal);
+    QTemporaryDir tmp;
+    const QString controller = tmp.filePath("controller");
+    QVERIFY(pendantsim::copyFolder(sample, controller));
+    QVERIFY(QDir(tmp.path()).mkdir("temp"));
+    // The tool's temporary folders, and the lock files both sides must agree on.
+    const QByteArray previousTemp = qgetenv("TMPDIR");
+    qputenv("TMPDIR", tmp.filePath("temp").toUtf8());
+    auto lock = std::make_unique<pendantsim::FolderLock>(controller);
+    QVERIFY(lock->tryLock(0));
+    QProcess tool;
+    tool.start(FBCFG_PATH, {"map", "unset", vars.value("mod"), vars.value("func"), "--dir", "in",
+                            "--controller", controller});
+    const auto workspaces = [&tmp] {
+        return QDir(tmp.filePath("temp")).entryList({"fbcfg-??????"}, QDir::Dirs);
+    };
+    QTRY_COMPARE(workspaces().size(), 1);
+    if (signal) {
+        QCOMPARE(::kill(pid_t(tool.processId()), signal), 0);
+    } else {
+        tool.closeReadChannel(QProcess::StandardOutput);
+        lock.reset();
+    }
+    QVERIFY(tool.waitForFinished(30000));
+    if (previousTemp.isEmpty())
+        qunsetenv("TMPDIR");
+    else
+        qputenv("TMPDIR", previousTemp);
+    QCOMPARE(workspaces(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TstFbcfg)

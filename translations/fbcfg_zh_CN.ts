@@ -206,8 +206,8 @@
         <translation>描述</translation>
     </message>
     <message>
-        <source>the description must not hold &quot;&lt;&quot;: the file is written without escaping</source>
-        <translation>描述中不能含有 &quot;&lt;&quot;：文件写入时不做转义</translation>
+        <source>the description must not hold &quot;&amp;&quot;, &quot;&lt;&quot; or &quot;&gt;&quot;: the file is written without escaping, and they would leave it unreadable</source>
+        <translation>描述中不能含有 &quot;&amp;&quot;、&quot;&lt;&quot; 或 &quot;&gt;&quot;：文件写入时不做转义，它们会使文件无法读取</translation>
     </message>
     <message>
         <source>&apos;%1&apos; is not NAME[INDEX] with a decimal INDEX and a NAME without &quot; &lt; [ ]</source>
@@ -554,8 +554,8 @@
         <translation>设置现场总线变量的描述；TEXT 为空时删除该描述。</translation>
     </message>
     <message>
-        <source>The file is written without escaping, so TEXT must not hold &quot;&lt;&quot;, and NAME none of &quot; &lt; [ ].</source>
-        <translation>文件写入时不做转义，因此 TEXT 中不能含有 &quot;&lt;&quot;，NAME 中不能含有 &quot; &lt; [ ] 中的任何字符。</translation>
+        <source>The file is written without escaping, so TEXT must not hold &quot;&amp;&quot;, &quot;&lt;&quot; or &quot;&gt;&quot; (they are refused), and NAME none of &quot; &lt; [ ].</source>
+        <translation>文件写入时不做转义，因此 TEXT 中不能含有 &quot;&amp;&quot;、&quot;&lt;&quot; 或 &quot;&gt;&quot;（会被拒绝），NAME 中不能含有 &quot; &lt; [ ] 中的任何字符。</translation>
     </message>
     <message>
         <source>Print the byte order of the fieldbus slave.</source>
@@ -1022,6 +1022,42 @@
     <message>
         <source>Columns: module, function, function display name, type, bus, direction, address, filter time, invert; UTF-8 with RFC 4180 quoting. fbcfg import --csv reads the file back.</source>
         <translation>列：模块、功能、功能显示名称、类型、总线、方向、地址、滤波时间、取反；UTF-8 编码，按 RFC 4180 加引号。fbcfg import --csv 可读回该文件。</translation>
+    </message>
+    <message>
+        <source>busy: %1 is being changed by %2; waited %3 s (--timeout)</source>
+        <translation>忙：%1 正由 %2 修改；已等待 %3 秒（--timeout）</translation>
+    </message>
+    <message>
+        <source>refused: nothing was written; %1 holds what its reader cannot read back as it stands, and writing the file would change it. Fix the lines above (fbcfg check lists every problem) and run the command again</source>
+        <translation>已拒绝：未写入任何内容；%1 含有读取器无法原样读回的内容，写回该文件会改变它。请修正上面列出的行（fbcfg check 列出所有问题），然后重新运行命令</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>第 %1 行：%2</translation>
+    </message>
+    <message>
+        <source>cannot read %1; fbcfg check lists every problem of the configuration</source>
+        <translation>无法读取 %1；fbcfg check 列出配置的所有问题</translation>
+    </message>
+    <message>
+        <source>cannot read %1: %2; fbcfg check lists every problem of the configuration</source>
+        <translation>无法读取 %1：%2；fbcfg check 列出配置的所有问题</translation>
+    </message>
+    <message>
+        <source>--%1 needs a folder, not an empty value</source>
+        <translation>--%1 需要一个文件夹，不能为空</translation>
+    </message>
+    <message>
+        <source>--%1 %2: there is no such folder</source>
+        <translation>--%1 %2：没有这个文件夹</translation>
+    </message>
+    <message>
+        <source>--%1 %2: not a folder</source>
+        <translation>--%1 %2：不是文件夹</translation>
+    </message>
+    <message>
+        <source>--%1 %2 holds no controller configuration: none of %3</source>
+        <translation>--%1 %2 中没有控制器配置：%3 都不存在</translation>
     </message>
 </context>
 </TS>

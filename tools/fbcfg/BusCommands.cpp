@@ -203,8 +203,7 @@ int runEndianGet(Session &session, const Call &)
         return rc;
     QString endian;
     if (!BusFileDataManager::getAndReadFbslave(endian)) {
-        Output::error(Fbcfg::tr("cannot read %1 from the controller").arg(RDE_FBSLAVE_CFGX));
-        return ExitFailure;
+        return session.cannotRead(RDE_FBSLAVE_CFGX);
     }
     if (session.settings().json)
         Output::json(QJsonObject{{QStringLiteral("endian"), endian}});
@@ -223,8 +222,7 @@ int runEndianSet(Session &session, const Call &call)
     // Fetched first: the write changes the local copy.
     QString present;
     if (!BusFileDataManager::getAndReadFbslave(present)) {
-        Output::error(Fbcfg::tr("cannot read %1 from the controller").arg(RDE_FBSLAVE_CFGX));
-        return ExitFailure;
+        return session.cannotRead(RDE_FBSLAVE_CFGX);
     }
     if (present == wanted) {
         Output::line(Fbcfg::tr("the byte order is already %1").arg(wanted));

@@ -69,9 +69,9 @@ int runDescribeSet(Session &session, const Call &call)
     const QString text = call.args.at(1);
     // The writer does not escape: these would make the file unreadable or
     // change what it reads back.
-    if (text.contains(QLatin1Char('<')))
-        return refuse(Fbcfg::tr("the description must not hold \"<\": the file is written "
-                                "without escaping"));
+    if (text.contains(QRegularExpression(QStringLiteral("[&<>]"))))
+        return refuse(Fbcfg::tr("the description must not hold \"&\", \"<\" or \">\": the file "
+                                "is written without escaping, and they would leave it unreadable"));
     const QRegularExpression shape(QStringLiteral("^([^\"<\\[\\]]+)\\[(-?[0-9]+)\\]$"));
     const QRegularExpressionMatch match = shape.match(key);
     if (!match.hasMatch())

@@ -184,8 +184,11 @@ int runDryRun(const Settings &settings, Handler handler, const Call &call)
         Output::error(Fbcfg::tr("cannot copy the controller to %1").arg(copy));
         return ExitFailure;
     }
+    // Kept registered to the end: removing a removed folder does nothing.
+    pendantsim::removeOnSignal(scratch.path());
     Settings trial = settings;
     trial.controller = copy;
+    trial.shownController = settings.controller.isEmpty() ? real : settings.controller;
     trial.workspace = scratch.filePath(QStringLiteral("workspace"));
     // What the command says goes to stderr; stdout keeps the diff.
     Output::setLinesToStderr(true);

@@ -1,6 +1,7 @@
 #include "Session.h"
 
 #include "Output.h"
+#include <fieldbusconfig/ConfigCheck.h>
 #include <fieldbusconfig/ConfigSnapshot.h>
 #include <fieldbusconfig/PendantSim.h>
 
@@ -54,6 +55,8 @@ Session::~Session()
         // Stops the transfer thread before the application goes away.
         delete m_manager;
     }
+    if (m_temporary)
+        pendantsim::forgetOnSignal(m_temporary->path());
     pendantsim::setMsgBoxHandler(nullptr);
     QDir::setCurrent(m_startDir);
 }
@@ -69,6 +72,85 @@ QString Session::userPath(const QString &path) const
     return QDir::cleanPath(QDir(m_startDir).absoluteFilePath(path));
 }
 
+QString Session::shownControllerDir() const
+{
+    if (!m_settings.shownController.isEmpty())
+        return m_settings.shownController;
+    return m_settings.controller.isEmpty() ? sampleDir() : QDir::cleanPath(m_settings.controller);
+}
+
+QString Session::shownFilePath(const QString &rdeFilePath) const
+{
+    return QDir::cleanPath(shownControllerDir() + rdeFilePath);
+}
+
+int Session::lock(const QString &folder)
+{
+    auto lock = std::make_unique<pendantsim::FolderLock>(folder);
+    if (!lock->tryLock(int(m_settings.timeoutSeconds * 1000))) {
+        Output::error(Fbcfg::tr("busy: %1 is being changed by %2; waited %3 s (--timeout)")
+                              .arg(folder, lock->holder())
+                              .arg(m_settings.timeoutSeconds));
+        return ExitFailure;
+    }
+    m_locks.push_back(std::move(lock));
+    return ExitOk;
+}
+
+int Session::guardWrite()
+{
+    if (m_settings.writes.isEmpty())
+        return ExitOk;
+    if (const int rc = lock(m_controllerDir))
+        return rc;
+    // A missing file is the fetch's to report, or one the writer makes.
+    if (!QFileInfo(m_controllerDir + m_settings.writes).isFile())
+        return ExitOk;
+    const QVector<CheckFinding> blockers = ConfigCheck::writeBlockers(
+            ConfigCheck::run(
+                    ConfigSnapshot::load(m_controllerDir, ConfigSnapshot::ControllerLayout)),
+            m_settings.writes);
+    if (blockers.isEmpty())
+        return ExitOk;
+    for (const CheckFinding &f : blockers) {
+        const QString where = f.line > 0
+                ? QStringLiteral("%1:%2").arg(shownFilePath(m_settings.writes)).arg(f.line)
+                : shownFilePath(m_settings.writes);
+        Output::note(QStringLiteral("%1: error: %2 [%3]").arg(where, f.message, f.kind));
+    }
+    Output::error(Fbcfg::tr("refused: nothing was written; %1 holds what its reader cannot read "
+                            "back as it stands, and writing the file would change it. Fix the "
+                            "lines above (fbcfg check lists every problem) and run the command "
+                            "again")
+                          .arg(shownFilePath(m_settings.writes)));
+    return ExitRefused;
+}
+
+QString Session::unreadableReason(const QString &rdeFilePath) const
+{
+    const QString file = rdeFilePath.mid(1);
+    const QVector<CheckFinding> findings = ConfigCheck::run(
+            ConfigSnapshot::load(m_controllerDir, ConfigSnapshot::ControllerLayout));
+    for (const CheckFinding &f : findings) {
+        if (f.file == file && f.severity == QLatin1String("error"))
+            return f.line > 0 ? Fbcfg::tr("line %1: %2").arg(f.line).arg(f.message) : f.message;
+    }
+    return QString();
+}
+
+int Session::cannotRead(const QString &rdeFilePath)
+{
+    Output::endProgress();
+    const QString reason = unreadableReason(rdeFilePath);
+    Output::error(reason.isEmpty() ? Fbcfg::tr("cannot read %1; fbcfg check lists every problem "
+                                               "of the configuration")
+                                             .arg(shownFilePath(rdeFilePath))
+                                   : Fbcfg::tr("cannot read %1: %2; fbcfg check lists every "
+                                               "problem of the configuration")
+                                             .arg(shownFilePath(rdeFilePath), reason));
+    return ExitFailure;
+}
+
 int Session::prepare()
 {
     if (!m_workspace.isEmpty())
@@ -82,12 +164,16 @@ int Session::prepare()
             return ExitFailure;
         }
         m_workspace = m_temporary->path();
+        pendantsim::removeOnSignal(m_workspace);
     } else {
         m_workspace = userPath(m_settings.workspace);
         if (!QDir().mkpath(m_workspace)) {
             Output::error(Fbcfg::tr("cannot make the workspace %1").arg(m_workspace));
             return ExitFailure;
         }
+        // Its working copy and its copy of the sample change with every command.
+        if (const int rc = lock(m_workspace))
+            return rc;
     }
     return prepareController();
 }
@@ -97,6 +183,8 @@ int Session::open()
     if (m_opened)
         return ExitOk;
     if (const int rc = prepare())
+        return rc;
+    if (const int rc = guardWrite())
         return rc;
 
     const QString pendantDir = m_workspace + QStringLiteral("/pendant");
@@ -284,16 +372,15 @@ int Session::request(int step, int steps, const QString &key, const QString &wha
         return ExitFailure;
     }
     const bool boxShown = m_errorBoxes.size() > errorsBefore;
-    if (boxShown && !optional) {
-        Output::error(Fbcfg::tr("cannot read %1 from the controller").arg(what));
-        return ExitFailure;
-    }
     // An empty module table gives no list to read, which is no failure.
-    if (!ok && !optional && (key != funcListKey || boxShown)) {
-        Output::error(Fbcfg::tr("the library could not read %1").arg(what));
-        return ExitFailure;
-    }
-    return ExitOk;
+    if (optional || (ok && !boxShown) || (key == funcListKey && !boxShown))
+        return ExitOk;
+    if (key != funcListKey)
+        return cannotRead(key);
+    Output::endProgress();
+    Output::error(Fbcfg::tr("cannot read %1; fbcfg check lists every problem of the configuration")
+                          .arg(what));
+    return ExitFailure;
 }
 
 int Session::fetch(Files files)
@@ -335,7 +422,8 @@ int Session::fetch(Files files)
         if (step.file == Functions) {
             if (const int rc =
                         request(++done, steps, funcListKey,
-                                Fbcfg::tr("the function lists named in %1").arg(RDE_FUNC_INFO_XML),
+                                Fbcfg::tr("the function lists named in %1")
+                                        .arg(shownFilePath(RDE_FUNC_INFO_XML)),
                                 Fbcfg::tr("function lists"), false))
                 return rc;
         }

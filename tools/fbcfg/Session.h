@@ -8,15 +8,26 @@
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 class QEventLoop;
 class QTemporaryDir;
+namespace pendantsim {
+class FolderLock;
+}
 
 // What the command line chose for the whole run.
 struct Settings
 {
-    QString controller; // empty: a copy of the bundled sample
+    QString controller; // as the user gave it; empty: a copy of the bundled sample
     QString workspace; // empty: a temporary one
+    // The controller folder as paths in messages show it, when it is not
+    // `controller` (a dry run works on a copy but speaks of the real folder).
+    QString shownController;
+    // Controller path of the file the command writes back; set, the command
+    // holds the folder's lock from its fetch to its send, and refuses when
+    // that file holds what its reader could not read cleanly.
+    QString writes;
     bool chinese = false;
     bool json = false;
     int answer = 0; // to the library's questions: 1 yes, 2 no, 0 ask on a terminal
@@ -56,6 +67,14 @@ public:
 
     BusFileDataManager *manager() const { return m_manager; }
     QString controllerDir() const { return m_controllerDir; }
+    // The controller folder as the user gave it (or the bundled sample's own
+    // path), so that the paths of messages open from the current folder.
+    QString shownControllerDir() const;
+    // Where the file with this controller path is, as messages name it.
+    QString shownFilePath(const QString &rdeFilePath) const;
+    // Says that the file with this controller path cannot be read, where it
+    // is and why; ExitFailure.
+    int cannotRead(const QString &rdeFilePath);
     // The library's working folder, absolute.
     QString localDir() const;
     // A path the user gave, against the directory the tool was started in.
@@ -79,6 +98,11 @@ private:
     };
 
     int prepareController();
+    // The locks of a command that writes, then the refusal of unclean files.
+    int guardWrite();
+    int lock(const QString &folder);
+    // Why a fetch of this file failed, from the check of the controller's copy.
+    QString unreadableReason(const QString &rdeFilePath) const;
     int prepareAppParameters(const QString &pendantDir);
     int answerBox(int type, const QString &text, int buttons);
     // Waits for a notification; false after the time limit.
@@ -92,6 +116,7 @@ private:
     QString m_workspace;
     QString m_controllerDir;
     std::unique_ptr<QTemporaryDir> m_temporary;
+    std::vector<std::unique_ptr<pendantsim::FolderLock>> m_locks;
     BusFileDataManager *m_manager = nullptr;
     QList<Notice> m_notices;
     QEventLoop *m_loop = nullptr;

@@ -5,7 +5,10 @@
 #include <fieldbusconfig/FieldbusConfigVersion.h>
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QTranslator>
+
+#include <algorithm>
 
 namespace {
 
@@ -110,6 +113,8 @@ struct CommandInfo
     Handler handler;
     // Writes and sends: takes --dry-run.
     bool dryRun = false;
+    // Controller path of the file it writes back (see Settings::writes).
+    const QString *writes = nullptr;
 };
 
 const CommandInfo commands[] = {
@@ -122,10 +127,10 @@ const CommandInfo commands[] = {
          QT_TRANSLATE_NOOP("fbcfg", "List the fieldbuses and whether each is on."), nullptr, "", 0,
          0, true, runBusList},
         {"bus", "enable", "SHORT", QT_TRANSLATE_NOOP("fbcfg", "Switch a bus on."), nullptr,
-         "dry-run", 1, 1, false, runBusSwitch, true},
+         "dry-run", 1, 1, false, runBusSwitch, true, &RDE_FIELDBUS_XML},
         {"bus", "disable", "SHORT",
          QT_TRANSLATE_NOOP("fbcfg", "Switch a bus off; its mapped signals stay mapped."), nullptr,
-         "dry-run", 1, 1, false, runBusSwitch, true},
+         "dry-run", 1, 1, false, runBusSwitch, true, &RDE_FIELDBUS_XML},
         {"bus", "performance", "SHORT on|off [--current MASK]",
          QT_TRANSLATE_NOOP("fbcfg",
                            "Print the new communication-performance switch word when the "
@@ -148,10 +153,10 @@ const CommandInfo commands[] = {
                            "on, the address within the bus's area, free, and for a bool "
                            "signal outside every group. A refused change writes nothing and "
                            "ends with exit status 1."),
-         "dir filter-time invert dry-run", 4, 4, false, runMapSet, true},
+         "dir filter-time invert dry-run", 4, 4, false, runMapSet, true, &RDE_SIGNAL_MAP_CFG},
         {"map", "unset", "MODULE FUNCTION --dir in|out",
          QT_TRANSLATE_NOOP("fbcfg", "Remove the mapping of a function."), nullptr, "dir dry-run", 2,
-         2, false, runMapUnset, true},
+         2, false, runMapUnset, true, &RDE_SIGNAL_MAP_CFG},
         {"group", "list", "[--bus BUS] [--dir in|out]",
          QT_TRANSLATE_NOOP("fbcfg", "List the group signals' groups."), nullptr, "bus dir", 0, 0,
          true, runGroupList},
@@ -162,13 +167,13 @@ const CommandInfo commands[] = {
          QT_TRANSLATE_NOOP("fbcfg",
                            "The range must hold no mapped bool signal and overlap no other "
                            "group of the bus."),
-         "dir type dry-run", 4, 4, false, runGroupSet, true},
+         "dir type dry-run", 4, 4, false, runGroupSet, true, &RDE_GROUP_CFG},
         {"group", "delete", "BUS NUMBER --dir in|out --type int|float|string",
          QT_TRANSLATE_NOOP("fbcfg", "Delete a group that no mapped signal uses."), nullptr,
-         "dir type dry-run", 2, 2, false, runGroupDelete, true},
+         "dir type dry-run", 2, 2, false, runGroupDelete, true, &RDE_GROUP_CFG},
         {"backup", nullptr, "",
          QT_TRANSLATE_NOOP("fbcfg", "Copy the signal mapping to the controller's mapping backup."),
-         nullptr, "", 0, 0, false, runBackup},
+         nullptr, "", 0, 0, false, runBackup, false, &RDE_SIGNAL_MAP_BACKUP_CFG},
         {"import", nullptr,
          "FILE (--modules A,B | --all) | --csv FILE [--skip-bad] [--prefer present|imported]",
          QT_TRANSLATE_NOOP("fbcfg",
@@ -180,7 +185,7 @@ const CommandInfo commands[] = {
                            "after a controller restart. A CSV file (as fbcfg export writes it) "
                            "goes through the same rules; a refused CSV row is named by its "
                            "line, and then nothing is written unless --skip-bad is given."),
-         "modules all prefer csv skip-bad dry-run", 0, 1, false, runImport, true},
+         "modules all prefer csv skip-bad dry-run", 0, 1, false, runImport, true, &RDE_SIGNAL_MAP_CFG},
         {"describe", "list", "", QT_TRANSLATE_NOOP("fbcfg", "List the users' signal descriptions."),
          nullptr, "", 0, 0, true, runDescribeList},
         {"describe", "set", "NAME[INDEX] TEXT",
@@ -189,14 +194,15 @@ const CommandInfo commands[] = {
                            "description."),
          QT_TRANSLATE_NOOP("fbcfg",
                            "The file is written without escaping, so TEXT must not hold "
-                           "\"<\", and NAME none of \" < [ ]."),
-         "dry-run", 2, 2, false, runDescribeSet, true},
+                           "\"&\", \"<\" or \">\" (they are refused), and NAME none of \" < "
+                           "[ ]."),
+         "dry-run", 2, 2, false, runDescribeSet, true, &RDE_USER_DES_XML},
         {"endian", "get", "",
          QT_TRANSLATE_NOOP("fbcfg", "Print the byte order of the fieldbus slave."), nullptr, "", 0,
          0, true, runEndianGet},
         {"endian", "set", "big|little",
          QT_TRANSLATE_NOOP("fbcfg", "Set the byte order of the fieldbus slave."), nullptr,
-         "dry-run", 1, 1, false, runEndianSet, true},
+         "dry-run", 1, 1, false, runEndianSet, true, &RDE_FBSLAVE_CFGX},
         {"check", nullptr, "",
          QT_TRANSLATE_NOOP("fbcfg", "Check the whole configuration and list what is wrong."),
          QT_TRANSLATE_NOOP("fbcfg",
@@ -426,6 +432,51 @@ void loadTranslation(QCoreApplication &app, QTranslator &translator, QTranslator
         app.installTranslator(&library);
 }
 
+// The files of which a folder must hold one to count as a configuration.
+QStringList configurationFiles()
+{
+    return {RDE_FIELDBUS_XML, RDE_FIELDBUS_CFG_XML, RDE_FUNC_INFO_XML, RDE_SIGNAL_MAP_CFG,
+            RDE_GROUP_CFG};
+}
+
+bool holdsConfiguration(const QString &dir, ConfigSnapshot::Layout layout)
+{
+    ConfigSnapshot probe;
+    probe.root = dir;
+    probe.layout = layout;
+    const QStringList files = configurationFiles();
+    return std::any_of(files.cbegin(), files.cend(), [&probe](const QString &file) {
+        return QFileInfo(probe.fixedFilePath(file)).isFile();
+    });
+}
+
+// A folder option must name an existing folder, and a configuration where one
+// is read from it: an unset $CTL or a slip must never fall back on the sample.
+int checkFolderOption(const Call &call, const char *name, bool controllerOnly, bool configuration)
+{
+    const QString option = QLatin1String(name);
+    if (!call.isSet(option))
+        return ExitOk;
+    const QString value = call.value(option);
+    const QFileInfo info(value);
+    if (value.isEmpty())
+        return usageError(call, Fbcfg::tr("--%1 needs a folder, not an empty value").arg(option));
+    if (!info.exists())
+        return usageError(call, Fbcfg::tr("--%1 %2: there is no such folder").arg(option, value));
+    if (!info.isDir())
+        return usageError(call, Fbcfg::tr("--%1 %2: not a folder").arg(option, value));
+    if (configuration && !holdsConfiguration(value, ConfigSnapshot::ControllerLayout)
+        && (controllerOnly || !holdsConfiguration(value, ConfigSnapshot::PendantLayout))) {
+        QStringList expected;
+        for (const QString &file : configurationFiles())
+            expected.append(file.mid(1));
+        return usageError(call,
+                          Fbcfg::tr("--%1 %2 holds no controller configuration: none of %3")
+                                  .arg(option, value, expected.join(QStringLiteral(", "))));
+    }
+    return ExitOk;
+}
+
 int settle(const Call &call, const CommandInfo &c, Settings &settings)
 {
     const QCommandLineParser &parser = *call.parser;
@@ -441,7 +492,15 @@ int settle(const Call &call, const CommandInfo &c, Settings &settings)
         return usageError(call, Fbcfg::tr("--json does not apply to fbcfg %1").arg(call.name));
     if (parser.isSet(QStringLiteral("yes")) && parser.isSet(QStringLiteral("no")))
         return usageError(call, Fbcfg::tr("--yes and --no exclude each other"));
+    if (const int rc = checkFolderOption(call, "controller", true, true))
+        return rc;
+    if (const int rc = checkFolderOption(call, "workspace", false, false))
+        return rc;
+    if (const int rc = checkFolderOption(call, "against", false, true))
+        return rc;
     settings.controller = parser.value(QStringLiteral("controller"));
+    if (c.writes)
+        settings.writes = *c.writes;
     settings.workspace = parser.value(QStringLiteral("workspace"));
     settings.json = parser.isSet(QStringLiteral("json"));
     settings.answer = parser.isSet(QStringLiteral("yes")) ? MsgBox::Yes
