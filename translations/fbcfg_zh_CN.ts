@@ -406,12 +406,12 @@
         <translation>%1 现有 %2 行输入和 %3 行输出；请重启控制器使新映射生效</translation>
     </message>
     <message>
-        <source>Work on the controller whose files are in DIR (default: a fresh copy of the bundled sample controller).</source>
-        <translation>操作文件位于 DIR 中的控制器（默认：随附示例控制器的一份新副本）。</translation>
+        <source>Work on the controller whose files are in DIR, an existing folder holding application/fidbus (default, only when the option is not given: a fresh copy of the bundled sample controller).</source>
+        <translation>操作文件位于 DIR 中的控制器，DIR 须为已存在且含有 application/fidbus 的文件夹（仅在未给出该选项时默认使用随附示例控制器的一份新副本）。</translation>
     </message>
     <message>
-        <source>Keep the pendant side in DIR: DIR/pendant, the library&apos;s folder DIR/Application/fieldbus and, without --controller, a fresh copy of the sample in DIR/Controller (default: a temporary folder, removed at exit).</source>
-        <translation>将示教器端放在 DIR 中：DIR/pendant、库的文件夹 DIR/Application/fieldbus，未指定 --controller 时还有 DIR/Controller 中的示例新副本（默认：临时文件夹，退出时删除）。</translation>
+        <source>Keep the pendant side in DIR: DIR/pendant, the library&apos;s folder DIR/Application/fieldbus and, without --controller, a fresh copy of the sample in DIR/Controller; DIR must exist (default: a temporary folder, removed at exit, also on SIGINT, SIGTERM, SIGHUP and a closed pipe).</source>
+        <translation>将示教器端放在 DIR 中：DIR/pendant、库的文件夹 DIR/Application/fieldbus，未指定 --controller 时还有 DIR/Controller 中的示例新副本；DIR 必须已存在（默认：临时文件夹，退出时删除，收到 SIGINT、SIGTERM、SIGHUP 或管道关闭时也删除）。</translation>
     </message>
     <message>
         <source>Language of module and function names and of messages (default en).</source>
@@ -430,8 +430,8 @@
         <translation>对库的提问一律回答“否”。</translation>
     </message>
     <message>
-        <source>Wait at most SECONDS for each answer of the library (default 30).</source>
-        <translation>每次等待库应答最多 SECONDS 秒（默认 30）。</translation>
+        <source>Wait at most SECONDS for each answer of the library, and for another command that is changing the same folder (default 30).</source>
+        <translation>每次等待库应答、以及等待正在修改同一文件夹的另一个命令，最多 SECONDS 秒（默认 30）。</translation>
     </message>
     <message>
         <source>Show the library&apos;s diagnostics.</source>

@@ -22,14 +22,16 @@ struct OptionInfo
 const OptionInfo globalOptions[] = {
         {"controller", "DIR",
          QT_TRANSLATE_NOOP("fbcfg",
-                           "Work on the controller whose files are in DIR (default: a fresh "
-                           "copy of the bundled sample controller).")},
+                           "Work on the controller whose files are in DIR, an existing folder "
+                           "holding application/fidbus (default, only when the option is not "
+                           "given: a fresh copy of the bundled sample controller).")},
         {"workspace", "DIR",
          QT_TRANSLATE_NOOP("fbcfg",
                            "Keep the pendant side in DIR: DIR/pendant, the library's folder "
                            "DIR/Application/fieldbus and, without --controller, a fresh copy "
-                           "of the sample in DIR/Controller (default: a temporary folder, "
-                           "removed at exit).")},
+                           "of the sample in DIR/Controller; DIR must exist (default: a "
+                           "temporary folder, removed at exit, also on SIGINT, SIGTERM, SIGHUP "
+                           "and a closed pipe).")},
         {"lang", "en|zh",
          QT_TRANSLATE_NOOP("fbcfg",
                            "Language of module and function names and of messages "
@@ -39,8 +41,8 @@ const OptionInfo globalOptions[] = {
         {"no", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Answer the library's questions with no.")},
         {"timeout", "SECONDS",
          QT_TRANSLATE_NOOP("fbcfg",
-                           "Wait at most SECONDS for each answer of the library "
-                           "(default 30).")},
+                           "Wait at most SECONDS for each answer of the library, and for "
+                           "another command that is changing the same folder (default 30).")},
         {"verbose", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Show the library's diagnostics.")},
         {"help", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Show help for the tool or a command.")},
         {"version", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Show the version.")},
