@@ -31,3 +31,18 @@ run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/package/consumer -B ${WORK_DIR}/buil
     -DCMAKE_PREFIX_PATH=${prefix})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build -j2)
 run(${WORK_DIR}/build/consumer)
+run(${WORK_DIR}/build/core_consumer)
+
+# What links Core alone must not load Qt Gui or Widgets.
+foreach(program ${WORK_DIR}/build/core_consumer ${prefix}/bin/fbcfg)
+    if(NOT EXISTS ${program})
+        continue()
+    endif()
+    execute_process(COMMAND ldd ${program} OUTPUT_VARIABLE libraries RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "ldd ${program} failed (${result})")
+    endif()
+    if(libraries MATCHES "libQt5(Widgets|Gui)")
+        message(FATAL_ERROR "${program} loads Qt Gui or Widgets:\n${libraries}")
+    endif()
+endforeach()
