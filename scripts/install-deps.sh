@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages the build and the tests need. Safe to run again.
+# Installs the Debian packages the build and the tests need (python3-jsonschema
+# validates the check's SARIF output). Safe to run again.
 #   scripts/install-deps.sh [fuzz] [bench] [screenshot]   also what fuzzing, benchmarks
 #                                                        or scripts/screenshot.sh --xvfb need
 set -euo pipefail
@@ -8,6 +9,7 @@ packages=(
     build-essential cmake
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     libpugixml-dev
+    python3-jsonschema
 )
 for extra in "$@"; do
     case "$extra" in

@@ -103,7 +103,9 @@ class ConfigCheckTest : public QObject
              {std::pair(RDE_FIELDBUS_XML, fieldbusXml),
               std::pair(RDE_FUNC_INFO_XML, functionInfoXml),
               std::pair(RDE_FIELDBUS_CFG_XML, fieldbusConfigXml()),
-              std::pair(QString("/application/fidbus/funclist/weld.xml"), weldListXml)})
+              std::pair(QString("/application/fidbus/funclist/weld.xml"), weldListXml),
+              std::pair(RDE_USER_DES_XML, QByteArray("<BioUserDescription/>")),
+              std::pair(RDE_FBSLAVE_CFGX, QByteArray("<Slave><endian>little</endian></Slave>"))})
             workspace.putControllerFile(rde, bytes);
         const QVector<int> rowLines = writeSections(
                 root + RDE_SIGNAL_MAP_CFG, "$$ Configuration file with fieldbus signals",
@@ -207,23 +209,63 @@ private slots:
         QCOMPARE(found, expected);
     }
 
+    // Every file that is missing, unreadable or not well-formed is a finding of
+    // its own (XML with line and column), and the others are still checked.
+    void fileProblems_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("bytes"); // null: the file is removed
+        QTest::addColumn<QString>("expected");
+        const QByteArray removed;
+        QTest::newRow("truncated fieldbus.xml") << RDE_FIELDBUS_XML
+                                                << fieldbusXml.left(60) + "\n<Fi"
+                                                << "fieldbus.xml:3:2 file-unreadable error";
+        QTest::newRow("random bytes") << RDE_FIELDBUS_CFG_XML << QByteArray("\x93\x07<\xff\x01", 5)
+                                      << "fieldbus_config.xml:1:5 file-unreadable error";
+        QTest::newRow("missing group file")
+                << RDE_GROUP_CFG << removed << "user_groupio.cfg:0:0 file-missing error";
+        QTest::newRow("missing slave device")
+                << RDE_FBSLAVE_CFGX << removed << "fbslave.cfgx:0:0 file-missing error";
+        QTest::newRow("broken slave device") << RDE_FBSLAVE_CFGX << QByteArray("<Slave><endian>")
+                                             << "fbslave.cfgx:1:15 file-unreadable error";
+        QTest::newRow("description with &")
+                << RDE_USER_DES_XML
+                << QByteArray("<BioUserDescription><V Variable=\"a\"><Index>1</Index>\n"
+                              "<Description>R&D</Description></V></BioUserDescription>")
+                << "user_description.xml:2:15 file-unreadable error";
+        QTest::newRow("missing descriptions")
+                << RDE_USER_DES_XML << removed << "user_description.xml:0:0 file-missing warning";
+        QTest::newRow("missing function list") << "/application/fidbus/funclist/weld.xml"
+                                               << removed << "weld.xml:0:0 file-missing error";
+        QTest::newRow("not UTF-8") << RDE_GROUP_CFG
+                                   << QByteArray("$$ caf\xe9\n#Group_Input:\n")
+                                   << "user_groupio.cfg:1:0 encoding warning";
+    }
+
     void fileProblems()
     {
-        runOn({}, {});
-        workspace.putControllerFile(RDE_USER_DES_XML,
-                                    "<BioUserDescription><V Variable=\"a\">"
-                                    "<Index>1</Index><Description>caf\xe9"
-                                    "</Description></V></BioUserDescription>");
-        workspace.putControllerFile(RDE_FIELDBUS_CFG_XML, "<FieldBus_Config>\n<ModbusUser>");
-        workspace.removeControllerFile(RDE_GROUP_CFG);
+        QFETCH(QString, file);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, expected);
+        runOn({"in Weld arc_on bool EIP 99"}, {});
+        if (bytes.isNull())
+            workspace.removeControllerFile(file);
+        else
+            workspace.putControllerFile(file, bytes);
         QStringList found;
         for (const CheckFinding &f : ConfigCheck::run(ConfigSnapshot::load(
                      workspace.controllerDir(), ConfigSnapshot::ControllerLayout)))
-            found << QStringLiteral("%1:%2 %3").arg(f.file).arg(f.line).arg(f.kind);
-        QCOMPARE(found,
-                 QStringList({"application/fidbus/fieldbus_config.xml:2 file-unreadable",
-                              "application/fidbus/user_description.xml:1 encoding",
-                              "application/fidbus/user_groupio.cfg:0 file-unreadable"}));
+            found << QStringLiteral("%1:%2:%3 %4 %5")
+                             .arg(f.file.section('/', -1))
+                             .arg(f.line)
+                             .arg(f.column)
+                             .arg(f.kind, f.severity);
+        // The file's own finding, and the mapping row's still checked (unless
+        // the file it needs is the one that is broken).
+        QVERIFY2(found.contains(expected), qPrintable(found.join('\n')));
+        if (!file.contains("fieldbus"))
+            QVERIFY2(found.contains("signal_mapping.cfg:4:0 address-out-of-range error"),
+                     qPrintable(found.join('\n')));
     }
 
     // The collision, bool-in-group and overlap rules flag exactly what the

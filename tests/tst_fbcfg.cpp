@@ -75,6 +75,8 @@ private slots:
     void diffWorkingCopy();
     // Trust: the folder asked for, nothing written that was not read cleanly,
     // no change lost to a concurrent writer, no temporary folder left behind.
+    void checkOutput_data();
+    void checkOutput();
     void folderOptions_data();
     void folderOptions();
     void uncleanFileRefused();
@@ -177,7 +179,7 @@ void TstFbcfg::run_data()
     row("map list", {"map", "list", "--dir", "in"}, 0, "MODULE[\\s\\S]*{func}");
     row("map list json", {"map", "list", "--json", "--bus", "{bus}"}, 0, "\"line\": [1-9]");
     row("group list json", {"group", "list", "--json", "--dir", "in"}, 0,
-        "\"first\": \"{gfirst}\"");
+        "\"first\": {gfirst},");
     row("bus disable", {"bus", "disable", "{onBus}"}, 0, "switched off", {fieldbusXml});
     row("bus enable", {"bus", "enable", "{offBus}"}, 0, "switched on", {fieldbusXml});
     row("map set taken", {"map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in"}, 1,
@@ -447,6 +449,61 @@ void TstFbcfg::diffWorkingCopy()
     slave.close();
     QCOMPARE(runTool(QStringList{"diff"} + common, &out), 1);
     QVERIFY2(out.contains("fa/fbslave.cfgx\n  ~ byte order: ") && out.contains("1 change"),
+             qPrintable(out));
+}
+
+void TstFbcfg::checkOutput_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("pattern");
+    const QString errors = "file-missing,file-unreadable,malformed-line,bus-unknown,bus-disabled,"
+                           "address-out-of-range,address-collision,bool-in-group,group-overlap,"
+                           "group-missing,function-unknown,type-mismatch,function-mapped-twice";
+    const QString map = "application/fidbus/signal_mapping.cfg";
+    QTest::newRow("absolute path")
+            << QStringList{"check", "--controller", "%FAULTS%"} << 1
+            << "^%FAULTS%/" + map
+                    + ":10: error: address 256 is outside .* \\[address-out-of-range\\]$";
+    QTest::newRow("relative path, chinese")
+            << QStringList{"check", "--controller", "controller-with-faults", "--lang", "zh"} << 1
+            << "^controller-with-faults/" + map + ":1: warning: .* \\[encoding\\]$";
+    QTest::newRow("warnings pass") << QStringList{"check", "--controller", "%FAULTS%", "--ignore",
+                                                  errors}
+                                   << 0 << "^0 errors, 3 warnings \\(15 set aside with --ignore\\)$";
+    QTest::newRow("werror") << QStringList{"check", "--controller", "%FAULTS%", "--ignore", errors,
+                                           "--werror"}
+                            << 1 << "^0 errors, 3 warnings";
+    QTest::newRow("json types") << QStringList{"check", "--controller", "%FAULTS%", "--json"} << 1
+                                << "\"errors\": 15,[\\s\\S]*\"address\": 256,[\\s\\S]*"
+                                   "\"warnings\": 3";
+    QTest::newRow("unknown kind") << QStringList{"check", "--ignore", "encodng"} << 2
+                                  << "there is no kind 'encodng'; the kinds are file-missing, ";
+    QTest::newRow("unknown format")
+            << QStringList{"check", "--format", "xml"} << 2 << "text, json or sarif, not 'xml'";
+    QTest::newRow("json and sarif") << QStringList{"check", "--json", "--format", "sarif"} << 2
+                                    << "--json and --format sarif exclude each other";
+    QTest::newRow("sarif elsewhere")
+            << QStringList{"status", "--format", "sarif"} << 2 << "applies to fbcfg check only";
+}
+
+// Findings as compilers print them, from wherever the controller was named.
+void TstFbcfg::checkOutput()
+{
+    QFETCH(QStringList, args);
+    QFETCH(int, code);
+    QFETCH(QString, pattern);
+    const QString faults = QDir::cleanPath(sample + "-with-faults");
+    args.replaceInStrings("%FAULTS%", faults);
+    pattern.replace("%FAULTS%", QRegularExpression::escape(faults));
+    QProcess tool;
+    tool.setWorkingDirectory(QFileInfo(faults).path());
+    tool.start(FBCFG_PATH, args);
+    QVERIFY(tool.waitForFinished(60000));
+    const QString out = QString::fromUtf8(tool.readAllStandardOutput())
+            + QString::fromUtf8(tool.readAllStandardError());
+    QVERIFY2(tool.exitCode() == code, qPrintable(out));
+    QVERIFY2(QRegularExpression(pattern, QRegularExpression::MultilineOption).match(out).hasMatch(),
              qPrintable(out));
 }
 

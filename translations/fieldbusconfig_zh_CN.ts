@@ -79,6 +79,10 @@ simultaneous activation of multiple protocols.
         <translation>文件不存在</translation>
     </message>
     <message>
+        <source>the file is missing: the signals have no descriptions</source>
+        <translation>文件不存在：信号没有描述</translation>
+    </message>
+    <message>
         <source>not well-formed XML: %1</source>
         <translation>XML 格式不正确：%1</translation>
     </message>

@@ -651,6 +651,14 @@ void MappingScreen::runCheck()
     // The pendant's local copies, the files the tables were read from.
     const QString local = QDir(TPU_FIELDBUS_DIR).absolutePath();
     m_findings = ConfigCheck::run(ConfigSnapshot::load(local, ConfigSnapshot::PendantLayout));
+    // This screen fetches neither the slave device nor the descriptions.
+    const QStringList notFetched{RDE_FBSLAVE_CFGX.mid(1), RDE_USER_DES_XML.mid(1)};
+    m_findings.erase(std::remove_if(m_findings.begin(), m_findings.end(),
+                                    [&notFetched](const CheckFinding &f) {
+                                        return f.kind == QLatin1String("file-missing")
+                                                && notFetched.contains(f.file);
+                                    }),
+                     m_findings.end());
     const QSignalBlocker blocker(m_checkPanel);
     m_checkPanel->clear();
     for (int i = 0; i < m_findings.size(); ++i) {

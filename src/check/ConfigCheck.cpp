@@ -215,9 +215,6 @@ private:
 
     void fileProblems()
     {
-        // Descriptions and the slave device are optional: the manager reads
-        // their absence as no descriptions, and the slave is asked for apart.
-        const QStringList optional{RDE_USER_DES_XML, RDE_FBSLAVE_CFGX};
         for (const SnapshotFileProblem &problem : s.problems) {
             switch (problem.kind) {
             case SnapshotFileProblem::NotUtf8:
@@ -225,13 +222,20 @@ private:
                     ConfigCheck::tr("bytes that are not UTF-8; a write-back would not keep them"));
                 break;
             case SnapshotFileProblem::Missing:
-                if (!optional.contains(problem.file))
-                    add(problem.file, 0, "file-unreadable", warningSeverity,
+                // Without descriptions the screens show none; every other file
+                // they fetch stops them with an error when it is missing.
+                if (problem.file == RDE_USER_DES_XML)
+                    add(problem.file, 0, "file-missing", warningSeverity,
+                        ConfigCheck::tr("the file is missing: the signals have no descriptions"));
+                else
+                    add(problem.file, 0, "file-missing", errorSeverity,
                         ConfigCheck::tr("the file is missing"));
                 break;
             case SnapshotFileProblem::Unparsable:
-                add(problem.file, problem.line, "file-unreadable", warningSeverity,
-                    ConfigCheck::tr("not well-formed XML: %1").arg(problem.detail));
+            case SnapshotFileProblem::NotWellFormed:
+                add(problem.file, problem.line, "file-unreadable", errorSeverity,
+                    ConfigCheck::tr("not well-formed XML: %1").arg(problem.detail))
+                        .column = problem.column;
                 break;
             }
         }
@@ -429,19 +433,30 @@ private:
                        ConfigCheck::tr("module %1 has no function list").arg(m.row.module));
             return;
         }
-        for (const SnapshotFunction &function : module->functions[m.direction]) {
-            if (function.name != m.row.name)
-                continue;
-            if (function.type.compare(m.row.type, Qt::CaseInsensitive) != 0) {
-                addMapping(m, "type-mismatch",
-                           ConfigCheck::tr("%1 %2 is declared %3, mapped as %4")
-                                   .arg(m.row.module, m.row.name, function.type, m.row.type));
-            }
-            return;
+        const SnapshotFunction *function = declared(*module, m.direction, m.row.name);
+        if (!function) {
+            addMapping(m, "function-unknown",
+                       ConfigCheck::tr("%1 declares no %2 function %3")
+                               .arg(m.row.module, directionWord(m.direction), m.row.name));
+        } else if (function->type.compare(m.row.type, Qt::CaseInsensitive) != 0) {
+            addMapping(m, "type-mismatch",
+                       ConfigCheck::tr("%1 %2 is declared %3, mapped as %4")
+                               .arg(m.row.module, m.row.name, function->type, m.row.type));
         }
-        addMapping(m, "function-unknown",
-                   ConfigCheck::tr("%1 declares no %2 function %3")
-                           .arg(m.row.module, directionWord(m.direction), m.row.name));
+    }
+
+    // The first function of that name a module declares for a direction; each
+    // module's list is indexed once, however many rows name its functions.
+    const SnapshotFunction *declared(const SnapshotModule &module, BiBo dir, const QString &name)
+    {
+        QHash<QString, int> &index = functionIndex[&module.functions[dir]];
+        const QVector<SnapshotFunction> &functions = module.functions[dir];
+        if (index.isEmpty()) {
+            for (int i = functions.size() - 1; i >= 0; --i)
+                index.insert(functions.at(i).name, i);
+        }
+        const auto at = index.constFind(name);
+        return at == index.cend() ? nullptr : &functions.at(*at);
     }
 
     void addressRules(const SnapshotMapping &m, const QString &bus, int address)
@@ -550,6 +565,7 @@ private:
     QSet<QString> known;
     QSet<QString> enabled;
     QHash<QString, GroupSpans> groupSpans;
+    QHash<const QVector<SnapshotFunction> *, QHash<QString, int>> functionIndex;
     // Every group's direction, table, bus and number, as isGroupIdExist finds them.
     QSet<QString> groupNumbers;
     QVector<CheckFinding> findings;
@@ -566,6 +582,44 @@ int ConfigCheck::errorCount(const QVector<CheckFinding> &findings)
 {
     return int(std::count_if(findings.cbegin(), findings.cend(),
                              [](const CheckFinding &f) { return f.severity == errorSeverity; }));
+}
+
+QVector<CheckKind> ConfigCheck::kinds()
+{
+    const auto error = [](const char *id, const char *description) {
+        return CheckKind{QLatin1String(id), QLatin1String(description), errorSeverity};
+    };
+    const auto warning = [](const char *id, const char *description) {
+        return CheckKind{QLatin1String(id), QLatin1String(description), warningSeverity};
+    };
+    return {
+            error("file-missing", "A file the screens need is missing (a warning for the "
+                                  "description file, whose absence means no descriptions)."),
+            error("file-unreadable", "A file is present but cannot be read or is not "
+                                     "well-formed XML."),
+            error("malformed-line", "A row lacks a keyword or its value, or gives an address "
+                                    "that is not a number."),
+            error("bus-unknown", "A row or group names a bus that fieldbus.xml does not list."),
+            error("bus-disabled", "A signal is mapped to a bus that is switched off."),
+            error("address-out-of-range", "An address lies outside the bus's area for the "
+                                          "signal's type and direction."),
+            error("address-collision", "Two signals of one bus, direction and type share an "
+                                       "address."),
+            error("bool-in-group", "A single bool signal lies inside a group's address range."),
+            error("group-overlap", "Two groups of one bus and direction share addresses."),
+            error("group-missing", "A group signal names a group that is not defined."),
+            error("function-unknown", "A row names a module or function that no function list "
+                                      "declares."),
+            error("type-mismatch", "A row's type differs from the type its function is "
+                                   "declared with."),
+            error("function-mapped-twice", "A function is mapped twice in one direction."),
+            warning("encoding", "Bytes that are not UTF-8: writing the file back would not "
+                                "keep them."),
+            warning("group-duplicate", "A group number is defined twice; the later row "
+                                       "replaces the earlier."),
+            warning("group-range", "A group's device map is not first-last, runs backwards or "
+                                   "leaves the bus's bool area."),
+    };
 }
 
 QVector<CheckFinding> ConfigCheck::writeBlockers(const QVector<CheckFinding> &findings,

@@ -11,6 +11,8 @@ struct CheckFinding
     QString file;
     // 1-based line in that file; 0 for the file as a whole.
     int line = 0;
+    // 1-based column where known (an XML parse error), else 0.
+    int column = 0;
     // Stable kind name, e.g. "address-collision"; scripts rely on it.
     QString kind;
     // "error" or "warning".
@@ -25,6 +27,15 @@ struct CheckFinding
     QString group;
 };
 
+// One kind of finding: its stable id, a one-sentence description and the
+// severity its findings have.
+struct CheckKind
+{
+    QString id;
+    QString description;
+    QString severity;
+};
+
 // The offline check of a whole configuration: the rules of the address and
 // group validators applied to every row at once, plus whole-file rules. Every
 // rule runs over indexes, never pairwise, so large tables stay quick.
@@ -37,6 +48,9 @@ public:
     static QVector<CheckFinding> run(const ConfigSnapshot &snapshot);
 
     static int errorCount(const QVector<CheckFinding> &findings);
+
+    // Every kind run() reports, errors first, in a fixed order.
+    static QVector<CheckKind> kinds();
 
     // The findings that make writing the file with controller path
     // `rdeFilePath` back unsafe: lines its reader could not parse, bytes that

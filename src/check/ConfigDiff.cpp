@@ -30,7 +30,8 @@ bool unreadable(const ConfigSnapshot &s, const QString &rdeFilePath,
                 SnapshotFileProblem::Kind &kind)
 {
     for (const SnapshotFileProblem &p : s.problems) {
-        if (p.file == rdeFilePath && p.kind != SnapshotFileProblem::NotUtf8) {
+        if (p.file == rdeFilePath
+            && (p.kind == SnapshotFileProblem::Missing || p.kind == SnapshotFileProblem::Unparsable)) {
             kind = p.kind;
             return true;
         }

@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTextCodec>
 
 namespace {
@@ -58,16 +59,21 @@ int firstLineNotUtf8(const QByteArray &bytes)
             end = bytes.size();
         QTextCodec::ConverterState state;
         utf8->toUnicode(bytes.constData() + start, end - start, &state);
-        if (state.invalidChars > 0)
+        // A sequence cut off by the line end is as invalid as a wrong byte.
+        if (state.invalidChars > 0 || state.remainingChars > 0)
             return line;
         start = end + 1;
     }
     return line;
 }
 
-int lineOfOffset(const QByteArray &bytes, qsizetype offset)
+// 1-based line and column of a byte offset; the column counts characters.
+QPair<int, int> lineAndColumn(const QByteArray &bytes, qsizetype offset)
 {
-    return 1 + int(bytes.left(int(qBound<qsizetype>(0, offset, bytes.size()))).count('\n'));
+    const QByteArray before = bytes.left(int(qBound<qsizetype>(0, offset, bytes.size())));
+    const int lineStart = before.lastIndexOf('\n') + 1;
+    return {1 + int(before.count('\n')),
+            1 + QString::fromUtf8(before.constData() + lineStart, before.size() - lineStart).size()};
 }
 
 // Reads a file whole, noting why when it cannot be read or is not UTF-8.
@@ -85,6 +91,32 @@ bool readBytes(const QString &path, const QString &rdeFilePath, QByteArray &byte
     return true;
 }
 
+// Offset of the first "&" that starts no character or predefined entity
+// reference outside comments, CDATA and processing instructions, or -1. The
+// manager's readers take it as text; any other XML reader refuses the file.
+qsizetype firstBareAmpersand(const QByteArray &bytes)
+{
+    static const QRegularExpression reference(
+            QStringLiteral("^&(amp|lt|gt|quot|apos|#[0-9]+|#x[0-9a-fA-F]+);"));
+    const QPair<const char *, const char *> skipped[] = {
+            {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+    for (qsizetype at = 0; at < bytes.size(); ++at) {
+        if (bytes.at(at) == '<') {
+            for (const auto &skip : skipped) {
+                if (bytes.mid(at, qstrlen(skip.first)) == skip.first) {
+                    const qsizetype end = bytes.indexOf(skip.second, at);
+                    at = end < 0 ? bytes.size() : end;
+                    break;
+                }
+            }
+        } else if (bytes.at(at) == '&'
+                   && !reference.match(QString::fromLatin1(bytes.mid(at, 12))).hasMatch()) {
+            return at;
+        }
+    }
+    return -1;
+}
+
 bool loadXml(const QString &path, const QString &rdeFilePath, pugi::xml_document &doc,
              QVector<SnapshotFileProblem> &problems)
 {
@@ -94,13 +126,18 @@ bool loadXml(const QString &path, const QString &rdeFilePath, pugi::xml_document
     // The options of the manager's readers: processing instructions only.
     const pugi::xml_parse_result result = doc.load_buffer(bytes.constData(), size_t(bytes.size()),
                                                           pugi::parse_pi, pugi::encoding_auto);
-    if (result)
+    if (result) {
+        const qsizetype bare = firstBareAmpersand(bytes);
+        if (bare >= 0) {
+            const QPair<int, int> at = lineAndColumn(bytes, bare);
+            problems.append({SnapshotFileProblem::NotWellFormed, rdeFilePath, at.first,
+                             QStringLiteral("\"&\" starts no entity reference"), at.second});
+        }
         return true;
-    problems.append({SnapshotFileProblem::Unparsable, rdeFilePath,
-                     lineOfOffset(bytes, result.offset),
-                     QStringLiteral("%1 at offset %2")
-                             .arg(QString::fromUtf8(result.description()))
-                             .arg(result.offset)});
+    }
+    const QPair<int, int> at = lineAndColumn(bytes, result.offset);
+    problems.append({SnapshotFileProblem::Unparsable, rdeFilePath, at.first,
+                     QString::fromUtf8(result.description()), at.second});
     return false;
 }
 

@@ -48,13 +48,17 @@ struct SnapshotModule
 // A file of the snapshot that could not be read as it should, or read with loss.
 struct SnapshotFileProblem
 {
-    enum Kind { Missing, Unparsable, NotUtf8 };
+    // NotWellFormed: read as the manager reads it, but holding what XML does
+    // not allow there (a bare "&"), which stricter readers refuse.
+    enum Kind { Missing, Unparsable, NotUtf8, NotWellFormed };
     Kind kind = Missing;
     // Controller path of the file.
     QString file;
     // 1-based line of the first problem where there is one, else 0.
     int line = 0;
     QString detail;
+    // 1-based column of an XML parse error, else 0.
+    int column = 0;
 };
 
 // A whole configuration parsed into tables that remember the file lines they

@@ -3,60 +3,185 @@
 #include "Session.h"
 #include <fieldbusconfig/ConfigCheck.h>
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QUrl>
 
-int runCheck(Session &session, const Call &)
+namespace {
+
+// The kinds --ignore names, or a usage error naming the known ones.
+int readIgnored(const Call &call, QSet<QString> &ignored)
 {
-    if (const int rc = session.fetch(Session::AllFiles))
+    if (!call.isSet(QStringLiteral("ignore")))
+        return ExitOk;
+    QStringList known;
+    for (const CheckKind &kind : ConfigCheck::kinds())
+        known.append(kind.id);
+    for (const QString &kind : call.value(QStringLiteral("ignore")).split(QLatin1Char(','))) {
+        if (!known.contains(kind.trimmed()))
+            return usageError(call, Fbcfg::tr("--ignore: there is no kind '%1'; the kinds are %2")
+                                            .arg(kind, known.join(QStringLiteral(", "))));
+        ignored.insert(kind.trimmed());
+    }
+    return ExitOk;
+}
+
+bool isError(const CheckFinding &f)
+{
+    return f.severity == QLatin1String("error");
+}
+
+// "PATH:LINE:COLUMN", as far as the finding knows them.
+QString location(const QString &path, const CheckFinding &f)
+{
+    QString where = path;
+    if (f.line > 0)
+        where += QStringLiteral(":%1").arg(f.line);
+    if (f.line > 0 && f.column > 0)
+        where += QStringLiteral(":%1").arg(f.column);
+    return where;
+}
+
+QJsonObject findingJson(const QString &path, const CheckFinding &f)
+{
+    QJsonObject o{{QStringLiteral("file"), f.file},
+                  {QStringLiteral("path"), path},
+                  {QStringLiteral("kind"), f.kind},
+                  {QStringLiteral("severity"), f.severity},
+                  {QStringLiteral("message"), f.message}};
+    if (f.line > 0)
+        o.insert(QStringLiteral("line"), f.line);
+    if (f.column > 0)
+        o.insert(QStringLiteral("column"), f.column);
+    if (f.direction == BusInput || f.direction == BusOutput)
+        o.insert(QStringLiteral("direction"), directionKey(BiBo(f.direction)));
+    const QPair<const char *, QString> texts[] = {
+            {"bus", f.bus}, {"module", f.module}, {"function", f.function}};
+    for (const auto &text : texts) {
+        if (!text.second.isEmpty())
+            o.insert(QLatin1String(text.first), text.second);
+    }
+    // Numbers where the file holds numbers; a malformed value stays text.
+    const QPair<const char *, QString> numbers[] = {{"address", f.address}, {"group", f.group}};
+    for (const auto &number : numbers) {
+        if (!number.second.isEmpty())
+            o.insert(QLatin1String(number.first), Output::numberOrText(number.second));
+    }
+    return o;
+}
+
+QJsonObject sarifLog(const QString &controllerDir, const QVector<CheckFinding> &findings)
+{
+    QJsonArray rules;
+    QHash<QString, int> ruleIndex;
+    for (const CheckKind &kind : ConfigCheck::kinds()) {
+        ruleIndex.insert(kind.id, rules.size());
+        rules.append(QJsonObject{
+                {QStringLiteral("id"), kind.id},
+                {QStringLiteral("shortDescription"),
+                 QJsonObject{{QStringLiteral("text"), kind.description}}},
+                {QStringLiteral("defaultConfiguration"),
+                 QJsonObject{{QStringLiteral("level"), kind.severity}}}});
+    }
+    QJsonArray results;
+    for (const CheckFinding &f : findings) {
+        QJsonObject physical{
+                {QStringLiteral("artifactLocation"),
+                 QJsonObject{{QStringLiteral("uri"), f.file},
+                             {QStringLiteral("uriBaseId"), QStringLiteral("CONTROLLER")}}}};
+        if (f.line > 0) {
+            QJsonObject region{{QStringLiteral("startLine"), f.line}};
+            if (f.column > 0)
+                region.insert(QStringLiteral("startColumn"), f.column);
+            physical.insert(QStringLiteral("region"), region);
+        }
+        results.append(QJsonObject{
+                {QStringLiteral("ruleId"), f.kind},
+                {QStringLiteral("ruleIndex"), ruleIndex.value(f.kind)},
+                {QStringLiteral("level"), f.severity},
+                {QStringLiteral("message"), QJsonObject{{QStringLiteral("text"), f.message}}},
+                {QStringLiteral("locations"),
+                 QJsonArray{QJsonObject{{QStringLiteral("physicalLocation"), physical}}}}});
+    }
+    const QJsonObject driver{{QStringLiteral("name"), QStringLiteral("fbcfg")},
+                             {QStringLiteral("version"), QCoreApplication::applicationVersion()},
+                             {QStringLiteral("rules"), rules}};
+    const QString base = QUrl::fromLocalFile(QDir(controllerDir).absolutePath() + QLatin1Char('/'))
+                                 .toString();
+    const QJsonObject run{
+            {QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
+            {QStringLiteral("originalUriBaseIds"),
+             QJsonObject{{QStringLiteral("CONTROLLER"),
+                          QJsonObject{{QStringLiteral("uri"), base}}}}},
+            {QStringLiteral("results"), results}};
+    return QJsonObject{{QStringLiteral("$schema"),
+                        QStringLiteral("https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/"
+                                       "os/schemas/sarif-schema-2.1.0.json")},
+                       {QStringLiteral("version"), QStringLiteral("2.1.0")},
+                       {QStringLiteral("runs"), QJsonArray{run}}};
+}
+
+QString summary(int errors, int warnings)
+{
+    return QStringLiteral("%1, %2").arg(errors == 1 ? Fbcfg::tr("1 error")
+                                                    : Fbcfg::tr("%1 errors").arg(errors),
+                                        warnings == 1 ? Fbcfg::tr("1 warning")
+                                                      : Fbcfg::tr("%1 warnings").arg(warnings));
+}
+
+} // namespace
+
+int runCheck(Session &session, const Call &call)
+{
+    QSet<QString> ignoredKinds;
+    if (const int rc = readIgnored(call, ignoredKinds))
         return rc;
-    const ConfigSnapshot snapshot =
-            ConfigSnapshot::load(session.localDir(), ConfigSnapshot::PendantLayout);
-    const QVector<CheckFinding> findings = ConfigCheck::run(snapshot);
+    // The folder as it lies, not through a fetch: a broken file is a finding.
+    if (const int rc = session.prepare())
+        return rc;
+    QVector<CheckFinding> findings = ConfigCheck::run(
+            ConfigSnapshot::load(session.controllerDir(), ConfigSnapshot::ControllerLayout));
+    const int before = findings.size();
+    findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                  [&](const CheckFinding &f) {
+                                      return ignoredKinds.contains(f.kind);
+                                  }),
+                   findings.end());
+    const int ignored = before - findings.size();
     const int errors = ConfigCheck::errorCount(findings);
     const int warnings = findings.size() - errors;
+    const int rc = errors > 0 || (session.settings().werror && warnings > 0) ? ExitRefused : ExitOk;
+    const QString dir = session.shownControllerDir();
+    const auto pathOf = [&dir](const CheckFinding &f) {
+        return QDir::cleanPath(dir + QLatin1Char('/') + f.file);
+    };
 
+    if (session.settings().sarif) {
+        Output::json(sarifLog(session.controllerDir(), findings));
+        return rc;
+    }
     if (session.settings().json) {
         QJsonArray array;
-        for (const CheckFinding &f : findings) {
-            QJsonObject o{{QStringLiteral("file"), f.file},
-                          {QStringLiteral("kind"), f.kind},
-                          {QStringLiteral("severity"), f.severity},
-                          {QStringLiteral("message"), f.message}};
-            if (f.line > 0)
-                o.insert(QStringLiteral("line"), f.line);
-            if (f.direction == BusInput || f.direction == BusOutput)
-                o.insert(QStringLiteral("direction"), directionKey(BiBo(f.direction)));
-            const QPair<const char *, QString> texts[] = {
-                    {"bus", f.bus},         {"module", f.module}, {"function", f.function},
-                    {"address", f.address}, {"group", f.group},
-            };
-            for (const auto &text : texts) {
-                if (!text.second.isEmpty())
-                    o.insert(QLatin1String(text.first), text.second);
-            }
-            array.append(o);
-        }
-        Output::json(QJsonObject{{QStringLiteral("controller"), session.controllerDir()},
+        for (const CheckFinding &f : qAsConst(findings))
+            array.append(findingJson(pathOf(f), f));
+        Output::json(QJsonObject{{QStringLiteral("controller"), dir},
                                  {QStringLiteral("findings"), array},
-                                 {QStringLiteral("count"), errors}});
-        return errors > 0 ? ExitRefused : ExitOk;
+                                 {QStringLiteral("count"), errors},
+                                 {QStringLiteral("errors"), errors},
+                                 {QStringLiteral("warnings"), warnings},
+                                 {QStringLiteral("ignored"), ignored}});
+        return rc;
     }
-
-    for (const CheckFinding &f : findings) {
-        const QString where = f.line > 0 ? QStringLiteral("%1:%2").arg(f.file).arg(f.line) : f.file;
-        const QString mark =
-                f.severity == QLatin1String("error") ? QString() : Fbcfg::tr(" (warning)");
-        Output::line(QStringLiteral("%1: %2: %3%4").arg(where, f.kind, f.message, mark));
-    }
-    if (findings.isEmpty()) {
-        Output::line(Fbcfg::tr("no problems found"));
-    } else {
-        const QString errorText =
-                errors == 1 ? Fbcfg::tr("1 error") : Fbcfg::tr("%1 errors").arg(errors);
-        const QString warningText =
-                warnings == 1 ? Fbcfg::tr("1 warning") : Fbcfg::tr("%1 warnings").arg(warnings);
-        Output::line(QStringLiteral("%1, %2").arg(errorText, warningText));
-    }
-    return errors > 0 ? ExitRefused : ExitOk;
+    // "error" and "warning" stay English: CI problem matchers and editors read them.
+    for (const CheckFinding &f : qAsConst(findings))
+        Output::line(QStringLiteral("%1: %2: %3 [%4]")
+                             .arg(location(pathOf(f), f), isError(f) ? QStringLiteral("error")
+                                                                     : QStringLiteral("warning"),
+                                  f.message, f.kind));
+    QString total = findings.isEmpty() ? Fbcfg::tr("no problems found") : summary(errors, warnings);
+    if (ignored > 0)
+        total += Fbcfg::tr(" (%n set aside with --ignore)", nullptr, ignored);
+    Output::line(total);
+    return rc;
 }

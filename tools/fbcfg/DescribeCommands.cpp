@@ -50,7 +50,7 @@ int runDescribeList(Session &session, const Call &)
         const Key k = splitKey(key);
         array.append(QJsonObject{{QStringLiteral("key"), key},
                                  {QStringLiteral("name"), k.name},
-                                 {QStringLiteral("index"), k.index},
+                                 {QStringLiteral("index"), Output::numberOrText(k.index)},
                                  {QStringLiteral("description"), descriptions.value(key)}});
         rows.append({key, descriptions.value(key)});
     }

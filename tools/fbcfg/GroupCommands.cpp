@@ -55,6 +55,14 @@ int runGroupList(Session &session, const Call &call)
             ConfigSnapshot::load(session.localDir(), ConfigSnapshot::PendantLayout);
     const QString bus = call.value(QStringLiteral("bus"));
 
+    // A later row of the same number replaces an earlier one, as in the reader.
+    const auto lineKey = [](BiBo dir, int table, const QString &number) {
+        return QStringLiteral("%1|%2|%3").arg(dir).arg(table).arg(number);
+    };
+    QHash<QString, int> lines;
+    for (const SnapshotGroup &s : snapshot.groups)
+        lines.insert(lineKey(s.direction, readTable(s.group.type), s.group.address), s.line);
+
     QJsonArray array;
     QVector<QStringList> rows;
     for (const BiBo dir : qAsConst(directions)) {
@@ -64,19 +72,15 @@ int runGroupList(Session &session, const Call &call)
                 const GroupInfo &g = it.value();
                 if (!bus.isEmpty() && g.fieldBus.compare(bus, Qt::CaseInsensitive) != 0)
                     continue;
-                // A later row of the same number replaces an earlier one, as in the reader.
-                int line = 0;
-                for (const SnapshotGroup &s : snapshot.groups) {
-                    if (s.direction == dir && readTable(s.group.type) == table
-                        && s.group.address == it.key())
-                        line = s.line;
-                }
+                const int line = lines.value(lineKey(dir, table, it.key()));
                 array.append(QJsonObject{{QStringLiteral("bus"), g.fieldBus.toLower()},
                                          {QStringLiteral("direction"), directionKey(dir)},
                                          {QStringLiteral("type"), g.type},
-                                         {QStringLiteral("group"), it.key()},
-                                         {QStringLiteral("first"), g.deviceMapHead},
-                                         {QStringLiteral("last"), g.deviceMapTail},
+                                         {QStringLiteral("group"), Output::numberOrText(it.key())},
+                                         {QStringLiteral("first"),
+                                          Output::numberOrText(g.deviceMapHead)},
+                                         {QStringLiteral("last"),
+                                          Output::numberOrText(g.deviceMapTail)},
                                          {QStringLiteral("line"), line}});
                 rows.append({g.fieldBus.toLower(), directionWord(dir), g.type, it.key(),
                              g.deviceMapHead, g.deviceMapTail, QString::number(line)});

@@ -249,9 +249,10 @@ int runMapList(Session &session, const Call &call)
                                      {QStringLiteral("type"), row.type},
                                      {QStringLiteral("bus"), row.fieldBus},
                                      {QStringLiteral("direction"), directionKey(dir)},
-                                     {QStringLiteral("address"), row.address},
-                                     {QStringLiteral("filterTime"), row.filterTime},
-                                     {QStringLiteral("invert"), row.invert},
+                                     {QStringLiteral("address"), Output::numberOrText(row.address)},
+                                     {QStringLiteral("filterTime"),
+                                      Output::numberOrText(row.filterTime)},
+                                     {QStringLiteral("invert"), Output::numberOrText(row.invert)},
                                      {QStringLiteral("line"), line}});
             rows.append({m->getCurLanguageModuName(row.module), display, row.type, row.fieldBus,
                          directionWord(dir), row.address, row.filterTime, row.invert,

@@ -110,6 +110,13 @@ void json(const QJsonValue &value)
           QString::fromUtf8(document.toJson(QJsonDocument::Indented)));
 }
 
+QJsonValue numberOrText(const QString &text)
+{
+    bool ok = false;
+    const int number = text.toInt(&ok, 10);
+    return ok && text == QString::number(number) ? QJsonValue(number) : QJsonValue(text);
+}
+
 void table(const QStringList &header, const QVector<QStringList> &rows)
 {
     QVector<QStringList> all;

@@ -33,6 +33,8 @@ void progress(const QString &text);
 void endProgress();
 
 void json(const QJsonValue &value);
+// A decimal integer as a JSON number, any other text as it stands.
+QJsonValue numberOrText(const QString &text);
 // Aligned columns; `header` may be empty.
 void table(const QStringList &header, const QVector<QStringList> &rows);
 

@@ -30,6 +30,9 @@ struct Settings
     QString writes;
     bool chinese = false;
     bool json = false;
+    bool sarif = false;
+    // Warnings count as errors for the exit status.
+    bool werror = false;
     int answer = 0; // to the library's questions: 1 yes, 2 no, 0 ask on a terminal
     double timeoutSeconds = 30;
 };

@@ -36,7 +36,11 @@ const OptionInfo globalOptions[] = {
          QT_TRANSLATE_NOOP("fbcfg",
                            "Language of module and function names and of messages "
                            "(default en).")},
-        {"json", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Print JSON (listing commands and check).")},
+        {"format", "text|json|sarif",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Output format: text (default), json (listing commands, check, diff "
+                           "and dry runs) or sarif (check only, SARIF 2.1.0 for CI).")},
+        {"json", nullptr, QT_TRANSLATE_NOOP("fbcfg", "The same as --format json.")},
         {"yes", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Answer the library's questions with yes.")},
         {"no", nullptr, QT_TRANSLATE_NOOP("fbcfg", "Answer the library's questions with no.")},
         {"timeout", "SECONDS",
@@ -85,6 +89,12 @@ const OptionInfo commandOptions[] = {
          QT_TRANSLATE_NOOP("fbcfg",
                            "Print the changes the command would make (as fbcfg diff does) and "
                            "change nothing, neither the working copy nor the controller.")},
+        {"werror", nullptr,
+         QT_TRANSLATE_NOOP("fbcfg", "Count warnings as errors for the exit status.")},
+        {"ignore", "KIND[,KIND]",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "Set findings of these kinds aside (see the list of kinds in the "
+                           "README); the summary says how many.")},
         {"against", "DIR",
          QT_TRANSLATE_NOOP("fbcfg",
                            "Compare the controller with the configuration in DIR (a controller "
@@ -208,9 +218,12 @@ const CommandInfo commands[] = {
         {"check", nullptr, "",
          QT_TRANSLATE_NOOP("fbcfg", "Check the whole configuration and list what is wrong."),
          QT_TRANSLATE_NOOP("fbcfg",
-                           "One line per finding: FILE:LINE: KIND: MESSAGE. Exit status 1 "
-                           "when there are errors."),
-         "", 0, 0, true, runCheck},
+                           "Reads every file of the controller folder as it lies, and reports "
+                           "each problem as a compiler does: PATH:LINE: error: MESSAGE [KIND] "
+                           "(or warning:), PATH relative to the current folder. --format json "
+                           "or sarif for machines. Exit status 1 when there are errors (with "
+                           "--werror, also warnings), 0 otherwise."),
+         "werror ignore", 0, 0, true, runCheck},
         {"diff", nullptr, "[--against DIR]",
          QT_TRANSLATE_NOOP("fbcfg",
                            "Show how the pendant's working copy differs from the controller, "
@@ -489,9 +502,21 @@ int settle(const Call &call, const CommandInfo &c, Settings &settings)
     }
     if (call.args.size() > c.maxArgs)
         return usageError(call, Fbcfg::tr("unexpected argument '%1'").arg(call.args.at(c.maxArgs)));
-    if (parser.isSet(QStringLiteral("json")) && !c.json
+    const QString format = parser.isSet(QStringLiteral("format"))
+            ? parser.value(QStringLiteral("format"))
+            : parser.isSet(QStringLiteral("json")) ? QStringLiteral("json")
+                                                    : QStringLiteral("text");
+    if (format != QLatin1String("text") && format != QLatin1String("json")
+        && format != QLatin1String("sarif"))
+        return usageError(call,
+                          Fbcfg::tr("--format must be text, json or sarif, not '%1'").arg(format));
+    if (parser.isSet(QStringLiteral("json")) && format != QLatin1String("json"))
+        return usageError(call, Fbcfg::tr("--json and --format %1 exclude each other").arg(format));
+    if (format == QLatin1String("json") && !c.json
         && !(c.dryRun && parser.isSet(QStringLiteral("dry-run"))))
         return usageError(call, Fbcfg::tr("--json does not apply to fbcfg %1").arg(call.name));
+    if (format == QLatin1String("sarif") && c.handler != runCheck)
+        return usageError(call, Fbcfg::tr("--format sarif applies to fbcfg check only"));
     if (parser.isSet(QStringLiteral("yes")) && parser.isSet(QStringLiteral("no")))
         return usageError(call, Fbcfg::tr("--yes and --no exclude each other"));
     if (const int rc = checkFolderOption(call, "controller", true, true))
@@ -504,7 +529,9 @@ int settle(const Call &call, const CommandInfo &c, Settings &settings)
     if (c.writes)
         settings.writes = *c.writes;
     settings.workspace = parser.value(QStringLiteral("workspace"));
-    settings.json = parser.isSet(QStringLiteral("json"));
+    settings.json = format == QLatin1String("json");
+    settings.sarif = format == QLatin1String("sarif");
+    settings.werror = parser.isSet(QStringLiteral("werror"));
     settings.answer = parser.isSet(QStringLiteral("yes")) ? MsgBox::Yes
             : parser.isSet(QStringLiteral("no"))          ? MsgBox::No
                                                           : 0;
