@@ -132,13 +132,15 @@ QByteArray mappingFile(const QVector<FuncAndMapInfo> (&rows)[2])
     return text.toUtf8();
 }
 
-ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
+ControllerTree writeControllerTree(const QString &root, int rows, TreeShape shape)
 {
     ControllerTree tree;
     tree.root = root;
     QDir().mkpath(tree.pendantDir());
-    const int moduleCount = qMax(1, rows / (2 * functionsPerDirection));
-    tree.rows = moduleCount * 2 * functionsPerDirection;
+    const bool oneModule = shape == TreeShape::OneModule;
+    const int moduleCount = oneModule ? 1 : qMax(1, rows / (2 * functionsPerDirection));
+    const int perDirection = oneModule ? qMax(functionsPerDirection, rows / 2) : functionsPerDirection;
+    tree.rows = moduleCount * 2 * perDirection;
 
     // Next free address per direction, bus and area (bool, int, other).
     QHash<QString, int> next[2][3];
@@ -153,7 +155,8 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
     for (int m = 0; m < moduleCount; ++m) {
         const QString number = QStringLiteral("%1").arg(m, 4, 10, QLatin1Char('0'));
         const QString module = QStringLiteral("Mod") + number;
-        const QString bus = QLatin1String(oneBus ? "mtcp" : buses[m % 4].shortName);
+        const QString bus =
+                QLatin1String(shape == TreeShape::Spread ? buses[m % 4].shortName : "mtcp");
         const QString listPath = fidbus + QStringLiteral("funclist/mod%1.xml").arg(number);
         tree.modules.append(module);
         QString list = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<FunctionList>\n"
@@ -163,19 +166,21 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
             const QString way = dir == BusInput ? QStringLiteral("in") : QStringLiteral("out");
             list += dir == BusInput ? QStringLiteral("\t<Input>\n")
                                     : QStringLiteral("\t<Output>\n");
-            for (int k = 0; k < functionsPerDirection; ++k) {
+            for (int k = 0; k < perDirection; ++k) {
                 FuncAndMapInfo row;
                 row.module = module;
                 row.name = QStringLiteral("m%1_%2_%3")
                                    .arg(number, way)
-                                   .arg(k, 2, 10, QLatin1Char('0'));
+                                   .arg(k, oneModule ? 5 : 2, 10, QLatin1Char('0'));
                 row.fieldBus = bus;
                 row.filterTime =
                         dir == BusInput && k % 4 == 3 ? QStringLiteral("20") : QStringLiteral("0");
                 row.invert = k % 7 == 5 ? QStringLiteral("1") : QStringLiteral("0");
-                int area = k < boolFunctions ? 0 : k < boolFunctions + 2 ? 1 : 2;
+                // Each run of 25 functions has the types of a module of the spread tree.
+                const int turn = k % functionsPerDirection;
+                int area = turn < boolFunctions ? 0 : turn < boolFunctions + 2 ? 1 : 2;
                 row.type = QLatin1String(area == 0 ? "bool" : area == 1 ? "int" : "float");
-                if (k == functionsPerDirection - 1) {
+                if (k == perDirection - 1) {
                     // The group signal: the module's turn of type, else any left.
                     static const int preferred[] = {0, 1, 0, 2};
                     int kind = preferred[m % 4];
@@ -274,6 +279,10 @@ ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus)
         writeFile(tree.controllerDir() + fidbus + file.first, file.second);
         tree.controllerFiles.append(fidbus + file.first);
     }
+    // The slave device, which the check reads too (the start-up does not fetch it).
+    writeFile(tree.controllerDir() + QStringLiteral("/fa/fbslave.cfgx"),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<fieldBusSlave>\n\t<backend>\n"
+              "\t\t<endian>little</endian>\n\t</backend>\n</fieldBusSlave>\n");
     // A pendant file, read from the current folder.
     writeFile(tree.pendantDir() + QStringLiteral("/appParameters_en.xml"),
               (appParameters + QStringLiteral("</root>\n")).toUtf8());

@@ -15,7 +15,7 @@
 // float or string signal in a group of its own while group numbers last (the
 // screens allow 255 int, 127 float and 7 string groups per direction). The
 // modules take turns on four switched-on buses, or all sit on the Modbus TCP
-// slave. Every bus offers twice the addresses its rows use, so everything is
+// slave, or one module maps them all there. Every bus offers twice the addresses its rows use, so everything is
 // in range and an import finds free addresses.
 struct ControllerTree
 {
@@ -36,8 +36,13 @@ struct ControllerTree
     void enter() const;
 };
 
+// How the rows are spread: modules of 25 functions each way taking turns on
+// four buses, the same modules all on one bus, or one module declaring every
+// function (the case that finds a lookup walking a module's list per row).
+enum class TreeShape { Spread, OneBus, OneModule };
+
 // Writes a tree of about `rows` mapping rows under `root` (created if needed).
-ControllerTree writeControllerTree(const QString &root, int rows, bool oneBus);
+ControllerTree writeControllerTree(const QString &root, int rows, TreeShape shape);
 
 // The tree's mapping as a saved file for an import: 80% of the bool rows as
 // they are, 10% of the functions at free addresses, 5% of the addresses taken

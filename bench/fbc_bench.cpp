@@ -171,17 +171,17 @@ QString benchRoot()
     return dir.path();
 }
 
-std::map<std::pair<int, bool>, std::unique_ptr<Fixture>> fixtures;
+std::map<std::pair<int, TreeShape>, std::unique_ptr<Fixture>> fixtures;
 
-std::unique_ptr<Fixture> makeFixture(int rows, bool oneBus)
+std::unique_ptr<Fixture> makeFixture(int rows, TreeShape shape)
 {
     auto f = std::make_unique<Fixture>();
-    const QString root =
-            QStringLiteral("%1/%2-%3")
-                    .arg(benchRoot())
-                    .arg(rows)
-                    .arg(oneBus ? QStringLiteral("one-bus") : QStringLiteral("spread"));
-    f->tree = writeControllerTree(root, rows, oneBus);
+    const char *names[] = {"spread", "one-bus", "one-module"};
+    const QString root = QStringLiteral("%1/%2-%3")
+                                 .arg(benchRoot())
+                                 .arg(rows)
+                                 .arg(QLatin1String(names[int(shape)]));
+    f->tree = writeControllerTree(root, rows, shape);
     f->tree.enter();
     for (const QString &file : qAsConst(f->tree.controllerFiles)) {
         const QPair<QString, QString> fetch(
@@ -212,11 +212,11 @@ std::unique_ptr<Fixture> makeFixture(int rows, bool oneBus)
     return f;
 }
 
-Fixture &fixture(int rows, bool oneBus)
+Fixture &fixture(int rows, TreeShape shape)
 {
-    std::unique_ptr<Fixture> &f = fixtures[{rows, oneBus}];
+    std::unique_ptr<Fixture> &f = fixtures[{rows, shape}];
     if (!f)
-        f = makeFixture(rows, oneBus);
+        f = makeFixture(rows, shape);
     f->tree.enter();
     return *f;
 }
@@ -613,7 +613,7 @@ using Body = std::function<void(State &, Fixture &)>;
 struct Options
 {
     bool manualTime = false;
-    bool oneBus = false;
+    TreeShape shape = TreeShape::Spread;
     // The tree measured on, when it is not one of `rows` rows.
     int treeRows = 0;
 };
@@ -624,7 +624,7 @@ benchmark::internal::Benchmark *add(const std::string &name, int rows, const Bod
     const int treeRows = options.treeRows ? options.treeRows : rows;
     benchmark::internal::Benchmark *b = benchmark::RegisterBenchmark(
             (name + '/' + std::to_string(rows)).c_str(), [=](State &state) {
-                Fixture &f = fixture(treeRows, options.oneBus);
+                Fixture &f = fixture(treeRows, options.shape);
                 if (!f.error.isEmpty()) {
                     state.SkipWithError(qPrintable(f.error));
                     return;
@@ -644,7 +644,9 @@ void addWithFloor(const std::string &name, int rows, const Body &body, const Bod
                   Options options = {})
 {
     add(name, rows, body, options);
-    add(name + "_floor", rows, floor);
+    Options floorOptions = options; // the same tree
+    floorOptions.manualTime = false;
+    add(name + "_floor", rows, floor, floorOptions);
 }
 
 void registerBenchmarks()
@@ -670,6 +672,9 @@ void registerBenchmarks()
         addWithFloor("startup", rows, startUpBench, startUpFloor, {true});
     for (int rows : sizes)
         addWithFloor("check", rows, checkBench, checkFloor);
+    // Every row in one module of 25,000 functions each way: linear too.
+    addWithFloor("check_one_module", 50000, checkBench, checkFloor,
+                 {false, TreeShape::OneModule});
     const std::pair<const char *, Validator> validators[] = {
             {"isAddressValid", AddressValid},
             {"isGroupAddrValid", GroupAddrValid},
@@ -684,9 +689,9 @@ void registerBenchmarks()
     for (int rows : sizes)
         add("isAddressValid_after_edit", rows, firstCallAfterEdit, {true})->Iterations(16);
     // 20,000 of the 25,000 input rows of the largest tree; the others are mapped anew.
-    add("setMapInfo_5000_edits", 20000, setMapInfoBench, {true, false, 50000});
+    add("setMapInfo_5000_edits", 20000, setMapInfoBench, {true, TreeShape::Spread, 50000});
     add("import_spread", 10000, importBench);
-    add("import_one_bus", 10000, importBench, {false, true});
+    add("import_one_bus", 10000, importBench, {false, TreeShape::OneBus});
 }
 
 } // namespace
