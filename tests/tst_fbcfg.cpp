@@ -1,5 +1,6 @@
 // Runs the built fbcfg tool on fresh copies of the sample controller.
 #include "ConfigSnapshot.h"
+#include "Csv.h"
 #include "PendantSim.h"
 
 #include <QDirIterator>
@@ -75,6 +76,10 @@ private slots:
     void diffWorkingCopy();
     // Trust: the folder asked for, nothing written that was not read cleanly,
     // no change lost to a concurrent writer, no temporary folder left behind.
+    void csvRecords_data();
+    void csvRecords();
+    void csvFromSpreadsheets_data();
+    void csvFromSpreadsheets();
     void checkOutput_data();
     void checkOutput();
     void folderOptions_data();
@@ -254,6 +259,26 @@ void TstFbcfg::run_data()
         "^fbcfg: there is no bus mtpc; the buses are mtcp, .*; see fbcfg group list --help$");
     row("module filter slip", {"map", "list", "--module", "Wled"}, 2,
         "^fbcfg: there is no module Wled; the modules are .*Weld.*; see fbcfg map list --help$");
+    // A name that is not there is a usage error that lists the names and suggests a close one.
+    row("module slip", {"map", "set", "Comon", "{func}", "{bus}", "{free}", "--dir", "in"}, 2,
+        "^fbcfg: no module Comon; did you mean Common\\? \\(known: .*Weld.*\\); see fbcfg map set");
+    row("function slip", {"map", "unset", "Common", "ext_strat", "--dir", "in"}, 2,
+        "has no input function ext_strat; did you mean ext_start\\?");
+    row("bus slip", {"group", "delete", "mtpc", "1", "--dir", "in", "--type", "int"}, 2,
+        "no bus mtpc; did you mean mtcp\\?");
+    row("import module slip", {"import", "%CONTROLLER%/" + mapBackup, "--modules", "Wled"}, 2,
+        "no module Wled; did you mean Weld\\?");
+    row("negative address", {"map", "set", "{mod}", "{func}", "{bus}", "-3", "--dir", "in"}, 1,
+        "refused: address -3 is beyond");
+    row("negative filter time",
+        {"map", "set", "{mod}", "{func}", "{bus}", "{free}", "--dir", "in", "--filter-time", "-5"},
+        2, "--filter-time must be a whole number of 0 or more, not '-5'");
+    row("every bus listed", {"bus", "list"}, 0, "^FinsTcp +fins +off +no$");
+    row("every bus in json", {"bus", "list", "--json"}, 0,
+        "\"enabled\": false,\\s+\"mappable\": false,\\s+\"name\": \"ProfibusSlave\"");
+    row("performance kept", {"bus", "performance", "eip", "off", "--current", "0"}, 1,
+        "^kept: the switch word stays 0$");
+    row("export to stdout", {"export", "--csv", "-"}, 0, "\\A\\S+ rows written to standard output\n\\z");
     row("unknown command", {"frobnicate"}, 2, "unknown command 'frobnicate'; see fbcfg --help");
     row("version", {"--version"}, 0, "^fbcfg \\d+\\.\\d+\\.\\d+$");
     row("help", {"--help"}, 0, "Commands:[\\s\\S]*map set");
@@ -450,6 +475,82 @@ void TstFbcfg::diffWorkingCopy()
     QCOMPARE(runTool(QStringList{"diff"} + common, &out), 1);
     QVERIFY2(out.contains("fa/fbslave.cfgx\n  ~ byte order: ") && out.contains("1 change"),
              qPrintable(out));
+}
+
+void TstFbcfg::csvRecords_data()
+{
+    QTest::addColumn<QStringList>("fields");
+    QTest::addColumn<QString>("delimiter");
+    QTest::newRow("one empty field") << QStringList{""} << ",";
+    QTest::newRow("two empty fields") << QStringList{"", ""} << ",";
+    QTest::newRow("quotes, delimiter, line break")
+            << QStringList{"a \"b\"", "c,d", "e\r\nf"} << ",";
+    QTest::newRow("semicolons") << QStringList{"a;b", "c,d", ""} << ";";
+}
+
+// What the writer writes, the reader reads back field for field.
+void TstFbcfg::csvRecords()
+{
+    QFETCH(QStringList, fields);
+    QFETCH(QString, delimiter);
+    const QByteArray bytes = csv::format(fields, delimiter.at(0)) + csv::format({"x"});
+    const QVector<csv::Record> records = csv::parse(bytes, delimiter.at(0));
+    QCOMPARE(records.size(), 2);
+    QCOMPARE(records.at(0).fields, fields);
+    QCOMPARE(records.at(0).error, QString());
+}
+
+void TstFbcfg::csvFromSpreadsheets_data()
+{
+    QTest::addColumn<QByteArray>("rows"); // after the header; ';' stands for the delimiter
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("message");
+    const QByteArray good = "{mod};{func};;BOOL;{BUS};IN;{free};0;0\r\n";
+    QTest::newRow("semicolons, words in any case")
+            << good << QStringList{"--delimiter", ";"} << 0 << "1 row to import";
+    QTest::newRow("semicolons without --delimiter")
+            << good << QStringList{} << 1 << "bad.csv:1: the fields are separated by ';'; "
+                                             "read the file with --delimiter ';'";
+    QTest::newRow("NUL byte") << QByteArray("{mod};{func};;bool;{bus};in;1;0;\x00" "0\r\n", 34)
+                                         + good
+                              << QStringList{"--delimiter", ";"} << 1
+                              << "bad.csv:2: a NUL byte: this is no text file";
+    QTest::newRow("legacy encoding")
+            << good + "{mod};{func};caf\xe9;bool;{bus};in;1;0;0\r\n" << QStringList{"--delimiter", ";"}
+            << 1 << "bad.csv:3: the file is not UTF-8 .*; save it as CSV UTF-8";
+    QTest::newRow("two characters") << good << QStringList{"--delimiter", ";;"} << 2
+                                    << "--delimiter must be one character";
+}
+
+// What spreadsheets save: semicolons, other encodings, stray bytes, by line.
+void TstFbcfg::csvFromSpreadsheets()
+{
+    QFETCH(QByteArray, rows);
+    QFETCH(QStringList, args);
+    QFETCH(int, code);
+    QFETCH(QString, message);
+    if (!vars.contains("free"))
+        QSKIP("the sample gives no free address");
+    for (auto it = vars.cbegin(); it != vars.cend(); ++it)
+        rows.replace('{' + it.key().toUtf8() + '}', it.value().toUtf8());
+    QTemporaryDir tmp;
+    const QString controller = tmp.filePath("controller");
+    QVERIFY(pendantsim::copyFolder(sample, controller));
+    QFile csv(tmp.filePath("bad.csv"));
+    QVERIFY(csv.open(QIODevice::WriteOnly));
+    csv.write("module;function;function display name;type;bus;direction;address;filter "
+              "time;invert\r\n"
+              + rows);
+    csv.close();
+    QString out;
+    QString err;
+    const int exitCode = runTool(QStringList{"import", "--csv", csv.fileName(), "--controller",
+                                             controller, "--prefer", "imported"}
+                                         + args,
+                                 &out, &err);
+    QVERIFY2(exitCode == code, qPrintable(out + err));
+    QVERIFY2(QRegularExpression(message).match(out + err).hasMatch(), qPrintable(out + err));
 }
 
 void TstFbcfg::checkOutput_data()

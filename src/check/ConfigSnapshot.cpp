@@ -46,27 +46,6 @@ void readMappings(const QByteArray &bytes, QVector<SnapshotMapping> &rows)
                               });
 }
 
-// 1-based line of the first bytes that are not UTF-8, or 0 when all are.
-int firstLineNotUtf8(const QByteArray &bytes)
-{
-    if (configio::isUtf8(bytes))
-        return 0;
-    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
-    int line = 1;
-    for (int start = 0; start < bytes.size(); ++line) {
-        int end = bytes.indexOf('\n', start);
-        if (end < 0)
-            end = bytes.size();
-        QTextCodec::ConverterState state;
-        utf8->toUnicode(bytes.constData() + start, end - start, &state);
-        // A sequence cut off by the line end is as invalid as a wrong byte.
-        if (state.invalidChars > 0 || state.remainingChars > 0)
-            return line;
-        start = end + 1;
-    }
-    return line;
-}
-
 // 1-based line and column of a byte offset; the column counts characters.
 QPair<int, int> lineAndColumn(const QByteArray &bytes, qsizetype offset)
 {
@@ -86,7 +65,7 @@ bool readBytes(const QString &path, const QString &rdeFilePath, QByteArray &byte
         return false;
     }
     bytes = file.readAll();
-    if (const int line = firstLineNotUtf8(bytes))
+    if (const int line = ConfigSnapshot::firstLineNotUtf8(bytes))
         problems.append({SnapshotFileProblem::NotUtf8, rdeFilePath, line, path});
     return true;
 }
@@ -260,4 +239,24 @@ QStringList ConfigSnapshot::enabledShortNames() const
 int ConfigSnapshot::busNum(const QString &bus, BiBo dir, const QString &type) const
 {
     return fieldbusareas::busNum(areas, bus, dir, type);
+}
+
+int ConfigSnapshot::firstLineNotUtf8(const QByteArray &bytes)
+{
+    if (configio::isUtf8(bytes))
+        return 0;
+    QTextCodec *utf8 = QTextCodec::codecForName("UTF-8");
+    int line = 1;
+    for (int start = 0; start < bytes.size(); ++line) {
+        int end = bytes.indexOf('\n', start);
+        if (end < 0)
+            end = bytes.size();
+        QTextCodec::ConverterState state;
+        utf8->toUnicode(bytes.constData() + start, end - start, &state);
+        // A sequence cut off by the line end is as invalid as a wrong byte.
+        if (state.invalidChars > 0 || state.remainingChars > 0)
+            return line;
+        start = end + 1;
+    }
+    return line;
 }

@@ -78,6 +78,9 @@ public:
     // with their lines; false when it cannot be read.
     static bool readMappingFile(const QString &path, QVector<SnapshotMapping> &rows);
 
+    // 1-based line of the first bytes that are not UTF-8, or 0 when all are.
+    static int firstLineNotUtf8(const QByteArray &bytes);
+
     // Where the file with this controller path lies in the snapshot's folder.
     QString fixedFilePath(const QString &rdeFilePath) const;
     QString listFilePath(const QString &rdeFilePath) const;

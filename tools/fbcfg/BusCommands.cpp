@@ -1,6 +1,7 @@
 #include "Commands.h"
 #include "Output.h"
 #include "Session.h"
+#include <fieldbusconfig/ConfigSnapshot.h>
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -12,23 +13,48 @@ QString onOff(bool on)
     return on ? Fbcfg::tr("on") : Fbcfg::tr("off");
 }
 
-QJsonArray busesJson(const QVector<BusName> &buses)
+// Every bus of fieldbus.xml (and the Modbus TCP slave the library adds), in
+// the file's order, and whether the mapping screens offer it.
+struct ListedBus
+{
+    BusName bus;
+    bool mappable;
+};
+
+QVector<ListedBus> allBuses(Session &session)
+{
+    QStringList offered;
+    for (const BusName &b : session.manager()->getBusNameList(false, false))
+        offered.append(b.name);
+    QVector<ListedBus> buses;
+    const ConfigSnapshot local =
+            ConfigSnapshot::load(session.localDir(), ConfigSnapshot::PendantLayout);
+    for (const BusName &bus : local.buses)
+        buses.append({bus, offered.contains(bus.name)});
+    return buses;
+}
+
+QJsonArray busesJson(const QVector<ListedBus> &buses)
 {
     QJsonArray array;
-    for (const BusName &bus : buses) {
-        array.append(QJsonObject{{QStringLiteral("name"), bus.name},
-                                 {QStringLiteral("shortName"), bus.shortName},
-                                 {QStringLiteral("enabled"), bus.enable}});
+    for (const ListedBus &b : buses) {
+        array.append(QJsonObject{{QStringLiteral("name"), b.bus.name},
+                                 {QStringLiteral("shortName"), b.bus.shortName},
+                                 {QStringLiteral("enabled"), b.bus.enable},
+                                 {QStringLiteral("mappable"), b.mappable}});
     }
     return array;
 }
 
-void printBuses(const QVector<BusName> &buses)
+void printBuses(const QVector<ListedBus> &buses)
 {
     QVector<QStringList> rows;
-    for (const BusName &bus : buses)
-        rows.append({bus.name, bus.shortName, onOff(bus.enable)});
-    Output::table({Fbcfg::tr("NAME"), Fbcfg::tr("SHORT"), Fbcfg::tr("STATE")}, rows);
+    for (const ListedBus &b : buses)
+        rows.append({b.bus.name, b.bus.shortName, onOff(b.bus.enable),
+                     b.mappable ? Fbcfg::tr("yes") : Fbcfg::tr("no")});
+    Output::table({Fbcfg::tr("NAME"), Fbcfg::tr("SHORT"), Fbcfg::tr("STATE"),
+                   Fbcfg::tr("MAPPABLE")},
+                  rows);
 }
 
 const QStringList areaTypes{QStringLiteral("bool"), QStringLiteral("int"), QStringLiteral("float")};
@@ -43,7 +69,7 @@ int runStatus(Session &session, const Call &)
                                      | Session::Functions | Session::SignalMap | Session::GroupIo))
         return rc;
     BusFileDataManager *m = session.manager();
-    const QVector<BusName> buses = m->getBusNameList(true, false);
+    const QVector<ListedBus> buses = allBuses(session);
     const QStringList modules = m->getModuleList();
 
     QJsonArray mappings;
@@ -108,7 +134,7 @@ int runBusList(Session &session, const Call &)
 {
     if (const int rc = session.fetch(Session::FieldbusList))
         return rc;
-    const QVector<BusName> buses = session.manager()->getBusNameList(true, false);
+    const QVector<ListedBus> buses = allBuses(session);
     if (session.settings().json)
         Output::json(busesJson(buses));
     else
@@ -135,8 +161,8 @@ int runBusSwitch(Session &session, const Call &call)
     if (found == all.end() && wanted.compare(QLatin1String("mtcp"), Qt::CaseInsensitive) == 0)
         return refuse(Fbcfg::tr("the Modbus TCP slave mtcp is always on"));
     if (found == all.end())
-        return refuse(Fbcfg::tr("there is no bus %1; the buses are %2")
-                              .arg(wanted, known.join(QStringLiteral(", "))));
+        return unknownName(call, Fbcfg::tr("no bus %1").arg(wanted), wanted,
+                           known << QStringLiteral("mtcp"));
     const QString title = QStringLiteral("%1 (%2)").arg(found->name, found->shortName);
     if (found->enable == enable) {
         Output::line(Fbcfg::tr("%1 is already %2").arg(title, onOff(enable)));
@@ -156,9 +182,12 @@ int runBusSwitch(Session &session, const Call &call)
     Output::line(Fbcfg::tr("%1 switched %2").arg(title, onOff(enable)));
     if (!enable && stillMapped > 0)
         Output::note(QStringLiteral("warning: ")
-                     + Fbcfg::tr("%n mapped signal(s) of %1 stay mapped while it is off", nullptr,
-                                 stillMapped)
-                               .arg(found->shortName));
+                     + (stillMapped == 1
+                                ? Fbcfg::tr("1 mapped signal of %1 stays mapped while it is off")
+                                          .arg(found->shortName)
+                                : Fbcfg::tr("%1 mapped signals of %2 stay mapped while it is off")
+                                          .arg(stillMapped)
+                                          .arg(found->shortName)));
     return ExitOk;
 }
 
@@ -175,21 +204,26 @@ int runBusPerformance(Session &session, const Call &call)
                 ? text.mid(2).toInt(&ok, 16)
                 : text.toInt(&ok, 10);
         if (!ok || mask < 0)
-            return usageError(call,
-                              Fbcfg::tr("--current must be a switch word, not '%1'").arg(text));
+            return usageError(call, Fbcfg::tr("--current must be a switch word of 0 or more, "
+                                              "decimal or 0x hexadecimal, not '%1'")
+                                            .arg(text));
     }
     if (const int rc = session.open())
         return rc;
     const int index = session.manager()->getBusIndex(call.args.at(0));
     if (index < 0)
-        return refuse(Fbcfg::tr("the performance switch knows no bus %1; it knows mtcp, ethcat, "
-                                "eip, pfn, ecm, dns, mbc, eim, pnm and dnm")
-                              .arg(call.args.at(0)));
+        return unknownName(call, Fbcfg::tr("no bus %1 with a performance switch").arg(call.args.at(0)),
+                           call.args.at(0),
+                           {QStringLiteral("mtcp"), QStringLiteral("ethcat"), QStringLiteral("eip"),
+                            QStringLiteral("pfn"), QStringLiteral("ecm"), QStringLiteral("dns"),
+                            QStringLiteral("mbc"), QStringLiteral("eim"), QStringLiteral("pnm"),
+                            QStringLiteral("dnm")});
     const int value = BusFileDataManager::getPerformanceValue(BusType(index), mask,
                                                               state == QLatin1String("on"));
     if (const int rc = session.unansweredQuestion())
         return rc;
-    if (value == -1) {
+    // -1: the library kept the word (another protocol holds the switch).
+    if (value == -1 || value == mask) {
         Output::line(Fbcfg::tr("kept: the switch word stays %1").arg(mask));
         return ExitRefused;
     }

@@ -9,6 +9,51 @@ int usageError(const Call &call, const QString &what)
     return ExitFailure;
 }
 
+namespace {
+
+// Edits that turn one text into the other (a swap of neighbours is one),
+// letters compared without case.
+int editDistance(const QString &a, const QString &b)
+{
+    const QString x = a.toCaseFolded();
+    const QString y = b.toCaseFolded();
+    QVector<QVector<int>> d(x.size() + 1, QVector<int>(y.size() + 1));
+    for (int i = 0; i <= x.size(); ++i)
+        d[i][0] = i;
+    for (int j = 0; j <= y.size(); ++j)
+        d[0][j] = j;
+    for (int i = 1; i <= x.size(); ++i) {
+        for (int j = 1; j <= y.size(); ++j) {
+            const int cost = x.at(i - 1) == y.at(j - 1) ? 0 : 1;
+            d[i][j] = qMin(qMin(d[i - 1][j] + 1, d[i][j - 1] + 1), d[i - 1][j - 1] + cost);
+            if (i > 1 && j > 1 && x.at(i - 1) == y.at(j - 2) && x.at(i - 2) == y.at(j - 1))
+                d[i][j] = qMin(d[i][j], d[i - 2][j - 2] + 1);
+        }
+    }
+    return d[x.size()][y.size()];
+}
+
+} // namespace
+
+int unknownName(const Call &call, const QString &missing, const QString &name,
+                const QStringList &known)
+{
+    // Close: a slip of a letter or two, never a third of the name.
+    QString closest;
+    int best = qMax(1, name.size() / 3) + 1;
+    for (const QString &candidate : known) {
+        const int distance = editDistance(name, candidate);
+        if (distance < best) {
+            best = distance;
+            closest = candidate;
+        }
+    }
+    QString text = missing;
+    if (!closest.isEmpty())
+        text += Fbcfg::tr("; did you mean %1?").arg(closest);
+    return usageError(call, Fbcfg::tr("%1 (known: %2)").arg(text, known.join(QStringLiteral(", "))));
+}
+
 int refuse(const QString &why)
 {
     Output::error(Fbcfg::tr("refused: %1").arg(why));
@@ -50,6 +95,11 @@ bool readInt(const QString &text, int *value)
     return ok && !text.trimmed().isEmpty() && text.trimmed() == text;
 }
 
+QString rowCount(int count)
+{
+    return count == 1 ? Fbcfg::tr("1 row") : Fbcfg::tr("%1 rows").arg(count);
+}
+
 QString directionKey(BiBo dir)
 {
     return dir == BusInput ? QStringLiteral("in") : QStringLiteral("out");
@@ -77,6 +127,18 @@ QStringList signalBuses(BusFileDataManager *manager)
             names.append(bus.shortName);
     }
     return names;
+}
+
+int checkSignalBus(const Call &call, BusFileDataManager *manager, const QString &bus)
+{
+    if (signalBuses(manager).contains(bus))
+        return ExitOk;
+    QStringList offered;
+    for (const BusName &b : manager->getBusNameList(false, false))
+        offered.append(b.shortName);
+    if (!offered.contains(bus))
+        return unknownName(call, Fbcfg::tr("no bus %1").arg(bus), bus, offered);
+    return refuse(Fbcfg::tr("bus %1 is switched off").arg(bus));
 }
 
 QString RepeatFinder::repeat(BiBo dir, const FuncAndMapInfo &row, int line)

@@ -59,7 +59,8 @@ int runDryRun(const Settings &settings, Handler handler, const Call &call);
 // signal mapping format that the import reads; `rows` are those rows with
 // their CSV lines, `modules` their modules, `refused` why each other row
 // (by CSV line) cannot be imported. ExitOk, or the command's end.
-int csvToMappingFile(Session &session, const QString &csvPath, const QString &mappingFile,
+int csvToMappingFile(Session &session, const Call &call, const QString &csvPath,
+                     const QString &mappingFile,
                      QVector<SnapshotMapping> &rows, QStringList &modules,
                      QMap<int, QString> &refused);
 
@@ -85,6 +86,10 @@ void printChanges(const QVector<ConfigChange> &changes, const QString &before, c
 
 // Bad usage: one line naming what is wrong and where to read more.
 int usageError(const Call &call, const QString &what);
+// A name that is not there, as a usage error: `missing` ("no module Comon"),
+// then "did you mean Common?" when one known name is close, and the known names.
+int unknownName(const Call &call, const QString &missing, const QString &name,
+                const QStringList &known);
 // "Refused" and why: exit status 1.
 int refuse(const QString &why);
 
@@ -95,6 +100,9 @@ int readDirections(const Call &call, bool required, QVector<BiBo> &directions);
 int readDirection(const Call &call, BiBo &direction);
 // A decimal integer, nothing else.
 bool readInt(const QString &text, int *value);
+
+// "1 row", "2 rows".
+QString rowCount(int count);
 
 // "in"/"out" for JSON, a translated word for people.
 QString directionKey(BiBo dir);
@@ -109,6 +117,9 @@ int checkBusFilter(BusFileDataManager *manager, const Call &call);
 
 // Switched-on buses that carry signals, by short name, each once.
 QStringList signalBuses(BusFileDataManager *manager);
+// ExitOk for such a bus; a usage error for a name that is no bus the mapping
+// screens offer, a refusal for one that is switched off.
+int checkSignalBus(const Call &call, BusFileDataManager *manager, const QString &bus);
 // The English key of a module given in either language; empty when unknown.
 QString moduleKey(BusFileDataManager *manager, const QString &name);
 // A function's name in the chosen language.

@@ -4,10 +4,11 @@
 
 namespace csv {
 
-QVector<Record> parse(const QByteArray &bytes)
+QVector<Record> parse(const QByteArray &bytes, QChar delimiter)
 {
-    const QString text = QString::fromUtf8(
-            bytes.startsWith(byteOrderMark) ? bytes.mid(byteOrderMark.size()) : bytes);
+    // With its size: a NUL byte must not end the text.
+    const int skip = bytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+    const QString text = QString::fromUtf8(bytes.constData() + skip, bytes.size() - skip);
     QVector<Record> records;
     Record record;
     QString field;
@@ -42,6 +43,8 @@ QVector<Record> parse(const QByteArray &bytes)
             }
             empty = false;
         }
+        if (c == QChar(0) && record.error.isEmpty())
+            record.error = Fbcfg::tr("a NUL byte: this is no text file");
         if (quoted) {
             if (c == u'"' && next(i) == u'"') {
                 field += c;
@@ -55,7 +58,7 @@ QVector<Record> parse(const QByteArray &bytes)
             }
             continue;
         }
-        if (c == u',') {
+        if (c == delimiter) {
             endField();
         } else if (c == u'\n' || (c == u'\r' && next(i) == u'\n')) {
             if (c == u'\r')
@@ -79,18 +82,19 @@ QVector<Record> parse(const QByteArray &bytes)
     return records;
 }
 
-QByteArray format(const QStringList &fields)
+QByteArray format(const QStringList &fields, QChar delimiter)
 {
     QStringList out;
     for (QString field : fields) {
-        if (field.contains(QLatin1Char(',')) || field.contains(QLatin1Char('"'))
-            || field.contains(QLatin1Char('\n')) || field.contains(QLatin1Char('\r'))) {
+        if (field.contains(delimiter) || field.contains(QLatin1Char('"'))
+            || field.contains(QLatin1Char('\n')) || field.contains(QLatin1Char('\r'))
+            || (fields.size() == 1 && field.isEmpty())) {
             field.replace(QLatin1String("\""), QLatin1String("\"\""));
             field = QLatin1Char('"') + field + QLatin1Char('"');
         }
         out.append(field);
     }
-    return out.join(QLatin1Char(',')).toUtf8() + "\r\n";
+    return out.join(delimiter).toUtf8() + "\r\n";
 }
 
 } // namespace csv

@@ -18,12 +18,14 @@ struct Record
 };
 
 // The records of a file: a leading byte-order mark is skipped, lines may end
-// with LF or CRLF, quoted fields may hold commas, quotes ("") and line breaks.
-// Blank lines give no record. A quote left open makes the last record malformed.
-QVector<Record> parse(const QByteArray &bytes);
+// with LF or CRLF, quoted fields may hold the delimiter, quotes ("") and line
+// breaks. Blank lines give no record. A quote left open makes the last record
+// malformed, and so does a NUL byte (the file is no text).
+QVector<Record> parse(const QByteArray &bytes, QChar delimiter = QLatin1Char(','));
 
-// One record, fields quoted where they need it, ended with CRLF.
-QByteArray format(const QStringList &fields);
+// One record, fields quoted where they need it, ended with CRLF; a record of
+// one empty field is written as "" so that it is no blank line.
+QByteArray format(const QStringList &fields, QChar delimiter = QLatin1Char(','));
 
 // What spreadsheet programs look for to read UTF-8.
 const QByteArray byteOrderMark("\xEF\xBB\xBF", 3);

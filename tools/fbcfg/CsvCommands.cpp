@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QSaveFile>
-#include <QTextCodec>
 
 namespace {
 
@@ -22,11 +21,19 @@ const QStringList header{QStringLiteral("module"),
                          QStringLiteral("invert")};
 enum Column { Module, Function, Display, Type, Bus, Direction, Address, FilterTime, Invert };
 
-bool isUtf8(const QByteArray &bytes)
+// The --delimiter of the command: one character, a comma when not given.
+int readDelimiter(const Call &call, QChar &delimiter)
 {
-    QTextCodec::ConverterState state;
-    QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0;
+    const QString text = call.value(QStringLiteral("delimiter"));
+    if (!call.isSet(QStringLiteral("delimiter")))
+        delimiter = QLatin1Char(',');
+    else if (text.size() == 1 && text != QLatin1String("\"") && text != QLatin1String("\n"))
+        delimiter = text.at(0);
+    else
+        return usageError(call, Fbcfg::tr("--delimiter must be one character such as , or ;, "
+                                          "not '%1'")
+                                        .arg(text));
+    return ExitOk;
 }
 
 // A CSV row as a mapping row, or why it is refused.
@@ -42,7 +49,8 @@ QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo
         return Fbcfg::tr("there is no module '%1'").arg(f.at(Module));
     if (row.module == pv_layout)
         return Fbcfg::tr("the rows of %1 are not imported").arg(pv_layout);
-    const QString direction = f.at(Direction).trimmed();
+    // Words match without regard to case, as spreadsheets like to capitalise.
+    const QString direction = f.at(Direction).trimmed().toLower();
     if (direction != QLatin1String("in") && direction != QLatin1String("out"))
         return Fbcfg::tr("the direction must be in or out, not '%1'").arg(direction);
     dir = direction == QLatin1String("in") ? BusInput : BusOutput;
@@ -89,6 +97,11 @@ int runExport(Session &session, const Call &call)
     QVector<BiBo> directions;
     if (const int rc = readDirections(call, false, directions))
         return rc;
+    QChar delimiter;
+    if (const int rc = readDelimiter(call, delimiter))
+        return rc;
+    // "-": the file is standard output.
+    const bool toStdout = call.value(QStringLiteral("csv")) == QLatin1String("-");
     const QString path = session.userPath(call.value(QStringLiteral("csv")));
     if (const int rc =
                 session.fetch(Session::FieldbusList | Session::Functions | Session::SignalMap))
@@ -96,7 +109,7 @@ int runExport(Session &session, const Call &call)
     BusFileDataManager *m = session.manager();
     const QString bus = call.value(QStringLiteral("bus"));
     QByteArray bytes = call.isSet(QStringLiteral("excel")) ? csv::byteOrderMark : QByteArray();
-    bytes += csv::format(header);
+    bytes += csv::format(header, delimiter);
     int count = 0;
     for (const BiBo dir : qAsConst(directions)) {
         QVector<FuncAndMapInfo> rows;
@@ -107,7 +120,8 @@ int runExport(Session &session, const Call &call)
                 continue;
             bytes += csv::format({row.module, row.name, functionDisplay(m, row.module, row.name),
                                   row.type, row.fieldBus, directionKey(dir), row.address,
-                                  row.filterTime, row.invert});
+                                  row.filterTime, row.invert},
+                                 delimiter);
             ++count;
         }
     }
@@ -115,34 +129,58 @@ int runExport(Session &session, const Call &call)
         if (const int rc = checkBusFilter(m, call))
             return rc;
     }
+    const QString written = count == 1 ? Fbcfg::tr("1 row written to %1")
+                                       : Fbcfg::tr("%1 rows written to %2").arg(count);
+    if (toStdout) {
+        Output::raw(bytes);
+        Output::note(written.arg(Fbcfg::tr("standard output")));
+        return ExitOk;
+    }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         Output::error(Fbcfg::tr("cannot write %1").arg(path));
         return ExitFailure;
     }
-    Output::line(Fbcfg::tr("%1 mappings written to %2").arg(count).arg(path));
+    Output::line(written.arg(path));
     return ExitOk;
 }
 
-int csvToMappingFile(Session &session, const QString &csvPath, const QString &mappingFile,
-                     QVector<SnapshotMapping> &rows, QStringList &modules,
-                     QMap<int, QString> &refused)
+int csvToMappingFile(Session &session, const Call &call, const QString &csvPath,
+                     const QString &mappingFile, QVector<SnapshotMapping> &rows,
+                     QStringList &modules, QMap<int, QString> &refused)
 {
+    QChar delimiter;
+    if (const int rc = readDelimiter(call, delimiter))
+        return rc;
     QFile in(csvPath);
     if (!in.open(QIODevice::ReadOnly)) {
         Output::error(Fbcfg::tr("cannot read %1").arg(csvPath));
         return ExitFailure;
     }
     const QByteArray bytes = in.readAll();
-    if (!isUtf8(bytes))
-        return refuse(Fbcfg::tr("%1 is not UTF-8").arg(csvPath));
-    const QVector<csv::Record> records = csv::parse(bytes);
-    QStringList firstRow = records.value(0).fields;
-    for (QString &field : firstRow)
-        field = field.trimmed().toLower();
-    if (records.isEmpty() || firstRow != header)
+    if (const int line = ConfigSnapshot::firstLineNotUtf8(bytes))
+        return refuse(Fbcfg::tr("%1:%2: the file is not UTF-8 (a spreadsheet saved it in another "
+                                "encoding); save it as CSV UTF-8 and import it again")
+                              .arg(csvPath)
+                              .arg(line));
+    const QVector<csv::Record> records = csv::parse(bytes, delimiter);
+    const auto isHeader = [](QStringList fields) {
+        for (QString &field : fields)
+            field = field.trimmed().toLower();
+        return fields == header;
+    };
+    if (records.isEmpty() || !isHeader(records.constFirst().fields)) {
+        const QList<QChar> others{QLatin1Char(','), QLatin1Char(';')};
+        for (const QChar other : others) {
+            const QVector<csv::Record> retry = csv::parse(bytes.left(bytes.indexOf('\n')), other);
+            if (other != delimiter && !retry.isEmpty() && isHeader(retry.constFirst().fields))
+                return refuse(Fbcfg::tr("%1:1: the fields are separated by '%2'; read the file "
+                                        "with --delimiter '%2'")
+                                      .arg(csvPath, QString(other)));
+        }
         return refuse(Fbcfg::tr("%1:1: the first row must be the header %2")
-                              .arg(csvPath, header.join(QLatin1Char(','))));
+                              .arg(csvPath, header.join(delimiter)));
+    }
     BusFileDataManager *m = session.manager();
     // The good rows in the signal mapping format, inputs and outputs apart.
     QByteArray sections[2];

@@ -126,9 +126,8 @@ int runGroupSet(Session &session, const Call &call)
     BusFileDataManager *m = session.manager();
     if (const int rc = editAllowed(m))
         return rc;
-    if (!signalBuses(m).contains(bus))
-        return refuse(Fbcfg::tr("%1 is not a bus that is on; the buses that are on are %2")
-                              .arg(bus, signalBuses(m).join(QStringLiteral(", "))));
+    if (const int rc = checkSignalBus(call, m, bus))
+        return rc;
 
     const QString numberText = QString::number(number);
     const QString dirWord = directionWord(dir);
@@ -225,6 +224,8 @@ int runGroupDelete(Session &session, const Call &call)
         return rc;
     BusFileDataManager *m = session.manager();
     if (const int rc = editAllowed(m))
+        return rc;
+    if (const int rc = checkSignalBus(call, m, bus))
         return rc;
 
     QString key;

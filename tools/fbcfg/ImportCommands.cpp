@@ -147,13 +147,17 @@ int runImport(Session &session, const Call &call)
     if (fromCsv) {
         modules.clear();
         mappingFile = scratch.filePath(QStringLiteral("signal_mapping_csv.cfg"));
-        if (const int rc = csvToMappingFile(session, file, mappingFile, fileRows, modules, refused))
+        if (const int rc =
+                    csvToMappingFile(session, call, file, mappingFile, fileRows, modules, refused))
             return rc;
     } else if (!all) {
         modules.clear();
         for (const QString &name : call.value(QStringLiteral("modules")).split(QLatin1Char(','))) {
-            const QString key = moduleKey(m, name.trimmed());
-            modules.append(key.isEmpty() ? name.trimmed() : key);
+            const QString key = name.trimmed() == pv_layout ? pv_layout : moduleKey(m, name.trimmed());
+            if (key.isEmpty())
+                return unknownName(call, Fbcfg::tr("no module %1").arg(name.trimmed()),
+                                   name.trimmed(), m->getModuleList());
+            modules.append(key);
         }
     }
     // The rows the import reads: those of the listed modules, or every module
@@ -174,9 +178,9 @@ int runImport(Session &session, const Call &call)
         for (const QString &line : qAsConst(repeated))
             Output::note(line);
         if (!repeated.isEmpty())
-            return refuse(Fbcfg::tr("nothing was changed: %n row(s) of the file map again what "
-                                    "an earlier row maps",
-                                    nullptr, repeated.size()));
+            return refuse(Fbcfg::tr("nothing was changed: %1 of the file map again what an "
+                                    "earlier row maps")
+                                  .arg(rowCount(repeated.size())));
     }
     if (!m->readMapParaBackup(mappingFile, modules)) {
         Output::error(Fbcfg::tr("the library could not read %1").arg(file));
@@ -232,21 +236,19 @@ int runImport(Session &session, const Call &call)
         }
     }
     if (fromCsv) {
-        Output::line(Fbcfg::tr("%1: %2 rows to import, %3 already there, %4 refused")
-                             .arg(file)
-                             .arg(taken)
+        Output::line(Fbcfg::tr("%1: %2 to import, %3 already there, %4 refused")
+                             .arg(file, rowCount(taken))
                              .arg(already)
                              .arg(refused.size()));
         for (auto it = refused.cbegin(); it != refused.cend(); ++it)
             Output::note(QStringLiteral("%1:%2: %3").arg(file).arg(it.key()).arg(it.value()));
         if (!refused.isEmpty() && !skipBad)
-            return refuse(Fbcfg::tr("nothing was written: %1 of the rows cannot be imported "
-                                    "(--skip-bad imports the others)")
-                                  .arg(refused.size()));
+            return refuse(Fbcfg::tr("nothing was written: %1 cannot be imported (--skip-bad "
+                                    "imports the others)")
+                                  .arg(rowCount(refused.size())));
     } else {
-        Output::line(Fbcfg::tr("%1: %2 rows to import, %3 already there, %4 dropped")
-                             .arg(file)
-                             .arg(taken)
+        Output::line(Fbcfg::tr("%1: %2 to import, %3 already there, %4 dropped")
+                             .arg(file, rowCount(taken))
                              .arg(already)
                              .arg(dropped.size()));
         for (const QString &line : qAsConst(dropped))

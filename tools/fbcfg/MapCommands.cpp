@@ -78,14 +78,15 @@ struct Function
     FuncAndMapInfo declared;
 };
 
-// The function a module declares for a direction, by its name in either language.
-int findFunction(BusFileDataManager *m, const QString &moduleName, const QString &functionName,
-                 BiBo dir, Function &found)
+// The function a module declares for a direction, by its name in either
+// language; a name that is not there is a usage error.
+int findFunction(const Call &call, BusFileDataManager *m, const QString &moduleName,
+                 const QString &functionName, BiBo dir, Function &found)
 {
     found.module = moduleKey(m, moduleName);
     if (found.module.isEmpty())
-        return refuse(Fbcfg::tr("there is no module %1; the modules are %2")
-                              .arg(moduleName, m->getModuleList().join(QStringLiteral(", "))));
+        return unknownName(call, Fbcfg::tr("no module %1").arg(moduleName), moduleName,
+                           m->getModuleList());
     const QVector<FuncAndMapInfo> declared = m->getFuncList(found.module).value(dir);
     QStringList names;
     for (const FuncAndMapInfo &f : declared) {
@@ -96,11 +97,12 @@ int findFunction(BusFileDataManager *m, const QString &moduleName, const QString
         names.append(f.name);
     }
     if (names.isEmpty())
-        return refuse(Fbcfg::tr("%1 declares no %2 functions for the fieldbus")
-                              .arg(moduleName, directionWord(dir)));
-    return refuse(Fbcfg::tr("%1 declares no %2 function %3; it declares %4")
-                          .arg(moduleName, directionWord(dir), functionName,
-                               names.join(QStringLiteral(", "))));
+        return usageError(call, Fbcfg::tr("%1 declares no %2 functions for the fieldbus")
+                                        .arg(moduleName, directionWord(dir)));
+    return unknownName(call,
+                       Fbcfg::tr("%1 has no %2 function %3")
+                               .arg(moduleName, directionWord(dir), functionName),
+                       functionName, names);
 }
 
 QVector<int> rowsOf(const QVector<FuncAndMapInfo> &table, const QString &module,
@@ -292,8 +294,9 @@ int runMapSet(Session &session, const Call &call)
     const QString filterTime = call.value(QStringLiteral("filter-time"));
     int number = 0;
     if (call.isSet(QStringLiteral("filter-time")) && (!readInt(filterTime, &number) || number < 0))
-        return usageError(call,
-                          Fbcfg::tr("--filter-time must be a number, not '%1'").arg(filterTime));
+        return usageError(call, Fbcfg::tr("--filter-time must be a whole number of 0 or more, "
+                                          "not '%1'")
+                                        .arg(filterTime));
     const QString invert = call.value(QStringLiteral("invert"));
     if (call.isSet(QStringLiteral("invert")) && invert != QLatin1String("0")
         && invert != QLatin1String("1"))
@@ -306,7 +309,7 @@ int runMapSet(Session &session, const Call &call)
     if (const int rc = editAllowed(m))
         return rc;
     Function f;
-    if (const int rc = findFunction(m, call.args.at(0), call.args.at(1), dir, f))
+    if (const int rc = findFunction(call, m, call.args.at(0), call.args.at(1), dir, f))
         return rc;
     const QString &type = f.declared.type;
     const bool isBool = type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0;
@@ -316,15 +319,8 @@ int runMapSet(Session &session, const Call &call)
         return usageError(call, Fbcfg::tr("--invert applies only to bool signals"));
 
     const QString base = busPart(bus);
-    if (!signalBuses(m).contains(base)) {
-        QStringList all;
-        for (const BusName &b : m->getBusNameList(false, false))
-            all.append(b.shortName);
-        return refuse(all.contains(base)
-                              ? Fbcfg::tr("bus %1 is switched off").arg(base)
-                              : Fbcfg::tr("there is no bus %1; the buses that are on are %2")
-                                        .arg(base, signalBuses(m).join(QStringLiteral(", "))));
-    }
+    if (const int rc = checkSignalBus(call, m, base))
+        return rc;
 
     QVector<FuncAndMapInfo> table;
     m->getBusSignalMap(dir, table);
@@ -409,9 +405,14 @@ int runMapUnset(Session &session, const Call &call)
     QVector<FuncAndMapInfo> table;
     m->getBusSignalMap(dir, table);
     const QVector<int> present = rowsOf(table, module, name);
-    if (present.isEmpty())
+    if (present.isEmpty()) {
+        // A name that is nowhere, neither declared nor mapped, is a slip.
+        Function declared;
+        if (const int rc = findFunction(call, m, call.args.at(0), call.args.at(1), dir, declared))
+            return rc;
         return refuse(Fbcfg::tr("%1 %2 has no %3 mapping")
                               .arg(call.args.at(0), call.args.at(1), directionWord(dir)));
+    }
     QVector<FuncAndMapInfo> without;
     QVector<FuncAndMapInfo> removals;
     takeOut(table, present, without, removals);

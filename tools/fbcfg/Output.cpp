@@ -110,6 +110,13 @@ void json(const QJsonValue &value)
           QString::fromUtf8(document.toJson(QJsonDocument::Indented)));
 }
 
+void raw(const QByteArray &bytes)
+{
+    endProgress();
+    fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    fflush(stdout);
+}
+
 QJsonValue numberOrText(const QString &text)
 {
     bool ok = false;

@@ -33,6 +33,8 @@ void progress(const QString &text);
 void endProgress();
 
 void json(const QJsonValue &value);
+// Bytes on stdout as they are (a file written to "-").
+void raw(const QByteArray &bytes);
 // A decimal integer as a JSON number, any other text as it stands.
 QJsonValue numberOrText(const QString &text);
 // Aligned columns; `header` may be empty.

@@ -6,6 +6,7 @@
 
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTranslator>
 
 #include <algorithm>
@@ -100,7 +101,12 @@ const OptionInfo commandOptions[] = {
                            "Compare the controller with the configuration in DIR (a controller "
                            "folder or a pendant working folder) instead of the working copy "
                            "with the controller.")},
-        {"csv", "FILE", QT_TRANSLATE_NOOP("fbcfg", "The CSV file of mappings.")},
+        {"csv", "FILE",
+         QT_TRANSLATE_NOOP("fbcfg", "The CSV file of mappings; - is standard output (export).")},
+        {"delimiter", "CHAR",
+         QT_TRANSLATE_NOOP("fbcfg",
+                           "The character between fields (default ,); ';' for what "
+                           "spreadsheets save in locales with a decimal comma.")},
         {"excel", nullptr,
          QT_TRANSLATE_NOOP("fbcfg",
                            "Begin the file with the byte-order mark that spreadsheet programs "
@@ -150,8 +156,10 @@ const CommandInfo commands[] = {
          QT_TRANSLATE_NOOP("fbcfg",
                            "Only one protocol may hold the switch; the library asks before "
                            "taking it from another one. Nothing is written: the switch word "
-                           "is not kept in the files this tool handles. Exit status 1 when "
-                           "the switch word stays as it is."),
+                           "is not kept in the files this tool handles. Exit status 0 and the "
+                           "new word when it changes; 1 and \"kept: ...\" when it stays as it "
+                           "is (the switch already so, or taking it from another protocol was "
+                           "declined)."),
          "current", 2, 2, false, runBusPerformance},
         {"map", "list", "[--bus BUS] [--dir in|out] [--module MODULE]",
          QT_TRANSLATE_NOOP("fbcfg", "List the mapped signals."), nullptr, "bus dir module", 0, 0,
@@ -197,7 +205,8 @@ const CommandInfo commands[] = {
                            "after a controller restart. A CSV file (as fbcfg export writes it) "
                            "goes through the same rules; a refused CSV row is named by its "
                            "line, and then nothing is written unless --skip-bad is given."),
-         "modules all prefer csv skip-bad dry-run", 0, 1, false, runImport, true, &RDE_SIGNAL_MAP_CFG},
+         "modules all prefer csv delimiter skip-bad dry-run", 0, 1, false, runImport, true,
+         &RDE_SIGNAL_MAP_CFG},
         {"describe", "list", "", QT_TRANSLATE_NOOP("fbcfg", "List the users' signal descriptions."),
          nullptr, "", 0, 0, true, runDescribeList},
         {"describe", "set", "NAME[INDEX] TEXT",
@@ -234,13 +243,14 @@ const CommandInfo commands[] = {
                            "grouped by file: + added, - removed, ~ changed, with the lines on "
                            "each side. Exit status 0 when equal, 1 when they differ."),
          "against", 0, 0, true, runDiff},
-        {"export", nullptr, "--csv FILE [--bus BUS] [--dir in|out] [--excel]",
+        {"export", nullptr, "--csv FILE|- [--bus BUS] [--dir in|out] [--excel] [--delimiter C]",
          QT_TRANSLATE_NOOP("fbcfg", "Write the mapped signals to a CSV file."),
          QT_TRANSLATE_NOOP("fbcfg",
                            "Columns: module, function, function display name, type, bus, "
                            "direction, address, filter time, invert; UTF-8 with RFC 4180 "
-                           "quoting. fbcfg import --csv reads the file back."),
-         "csv bus dir excel", 0, 0, false, runExport},
+                           "quoting. --csv - writes to standard output. fbcfg import --csv "
+                           "reads the file back (with the same --delimiter)."),
+         "csv delimiter bus dir excel", 0, 0, false, runExport},
 };
 
 QString words(const CommandInfo &c)
@@ -383,6 +393,39 @@ void printCommandHelp(const QString &group, const QString &sub)
 
 // ---- parsing ----
 
+// "-3" is a number, never an option: an address or group number may be negative.
+bool isNegativeNumber(const QString &argument)
+{
+    static const QRegularExpression negative(QStringLiteral("^-[0-9]+$"));
+    return negative.match(argument).hasMatch();
+}
+
+// The arguments with negative numbers after "--" (in their order among the
+// other positional arguments), so that the parser takes them as arguments.
+QStringList negativeNumbersAsArguments(const QStringList &arguments)
+{
+    QStringList options{arguments.value(0)};
+    QStringList positional;
+    bool moved = false;
+    for (int i = 1; i < arguments.size(); ++i) {
+        const QString &a = arguments.at(i);
+        if (a == QLatin1String("--")) {
+            positional += arguments.mid(i + 1);
+            break;
+        }
+        if (isNegativeNumber(a) || !a.startsWith(QLatin1Char('-')) || a.size() == 1) {
+            moved |= isNegativeNumber(a);
+            positional.append(a);
+            continue;
+        }
+        options.append(a);
+        const OptionInfo *o = findOption(a.mid(a.startsWith(QLatin1String("--")) ? 2 : 1));
+        if (o && o->valueName && !a.contains(QLatin1Char('=')) && i + 1 < arguments.size())
+            options.append(arguments.at(++i));
+    }
+    return moved ? options + QStringList{QStringLiteral("--")} + positional : arguments;
+}
+
 struct Scan
 {
     QStringList words; // positional arguments
@@ -403,7 +446,7 @@ Scan scan(const QStringList &arguments)
             s.words += arguments.mid(i + 1);
             break;
         }
-        if (!a.startsWith(QLatin1Char('-')) || a.size() == 1) {
+        if (!a.startsWith(QLatin1Char('-')) || a.size() == 1 || isNegativeNumber(a)) {
             s.words.append(a);
             continue;
         }
@@ -562,7 +605,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("fbcfg"));
     QCoreApplication::setApplicationVersion(QStringLiteral(FIELDBUSCONFIG_VERSION_STRING));
 
-    const QStringList arguments = QCoreApplication::arguments();
+    const QStringList arguments = negativeNumbersAsArguments(QCoreApplication::arguments());
     const Scan first = scan(arguments);
     Output::setVerbose(first.verbose);
     QTranslator translator;
