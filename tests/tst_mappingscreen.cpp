@@ -6,6 +6,7 @@
 #include "Workspace.h"
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -14,6 +15,7 @@
 #include <QTreeWidget>
 #include <QtTest>
 
+#include <csignal>
 #include <memory>
 
 namespace {
@@ -71,6 +73,11 @@ private slots:
     void switchLanguage();
     void checkPanelSelectsFaultyRows_data();
     void checkPanelSelectsFaultyRows();
+    void saveRefused_data();
+    void saveRefused();
+    void commandLine_data();
+    void commandLine();
+    void styleAndEnd();
 };
 
 void TestMappingScreen::open(const QString &controller)
@@ -336,6 +343,12 @@ void TestMappingScreen::checkPanelSelectsFaultyRows()
     auto *panel = child<QTreeWidget>("checkPanel");
     QCOMPARE(panel->topLevelItemCount(), 18);
     QCOMPARE(panel->findItems(QStringLiteral("error"), Qt::MatchExactly, 0).size(), 15);
+    // At the pendant's 800x600 every file and line is shown whole.
+    for (int i = 0; i < panel->topLevelItemCount(); ++i) {
+        const QString where = panel->topLevelItem(i)->text(1);
+        QVERIFY2(panel->fontMetrics().horizontalAdvance(where) < panel->header()->sectionSize(1),
+                 qPrintable(where));
+    }
 
     QFETCH(QString, where);
     const QList<QTreeWidgetItem *> items = panel->findItems(where, Qt::MatchExactly, 1);
@@ -355,6 +368,115 @@ void TestMappingScreen::checkPanelSelectsFaultyRows()
     }
     QVERIFY(!chosen.isEmpty());
     QCOMPARE(table->item(chosen.constFirst()->row(), tab == 2 ? 2 : 1)->text(), selected);
+}
+
+void TestMappingScreen::saveRefused_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("unclean lines") << "unclean" << "cannot be written back as it stands \\(%1:5, %1:6\\)";
+    QTest::newRow("folder busy") << "busy" << "^Busy: .* is being changed by pid \\d+";
+    QTest::newRow("changed since read") << "changed" << "^%1 changed on the controller since";
+}
+
+// Save writes nothing the controller's file would lose: not over lines the
+// reader could not read, not while another writer holds the folder, not over
+// a change made since the screen read the file.
+void TestMappingScreen::saveRefused()
+{
+    QFETCH(QString, fault);
+    QFETCH(QString, message);
+    QTemporaryDir broken;
+    QString controller = sample;
+    if (fault == QLatin1String("unclean")) {
+        controller = broken.filePath(QStringLiteral("controller"));
+        QVERIFY(pendantsim::copyFolder(sample, controller));
+        const QString file = controller + QStringLiteral("/application/fidbus/signal_mapping.cfg");
+        QList<QByteArray> lines = TestWorkspace::readFile(file).split('\n');
+        lines[4].replace("-FieldBus MTCP", "");
+        lines.insert(5, "a stray line");
+        TestWorkspace::writeFile(file, lines.join('\n'));
+    }
+    open(controller);
+    const QString controllerFile = pendantsim::controllerFilePath(RDE_SIGNAL_MAP_CFG);
+    std::unique_ptr<pendantsim::FolderLock> held;
+    if (fault == QLatin1String("busy")) {
+        held = std::make_unique<pendantsim::FolderLock>(pendantsim::controllerRoot());
+        QVERIFY(held->tryLock(0));
+    } else if (fault == QLatin1String("changed")) {
+        TestWorkspace::writeFile(controllerFile,
+                                 TestWorkspace::readFile(controllerFile) + "# by another\n");
+    }
+    const QByteArray before = TestWorkspace::readFile(controllerFile);
+    QTest::mouseClick(child<QPushButton>("saveButton"), Qt::LeftButton);
+    message = message.arg(QRegularExpression::escape(controllerFile));
+    QVERIFY2(QRegularExpression(message).match(status()).hasMatch(), qPrintable(status()));
+    QCOMPARE(TestWorkspace::readFile(controllerFile), before);
+    QVERIFY(child<QPushButton>("saveButton")->isEnabled());
+}
+
+void TestMappingScreen::commandLine_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("language") << QStringList{"--lang", "fr"} << "--lang must be en or zh, not 'fr'";
+    QTest::newRow("style") << QStringList{"--style", "neon"} << "--style must be light or dark";
+    QTest::newRow("delay") << QStringList{"--transfer-delay", "-5"} << "0 or more, not '-5'";
+    QTest::newRow("empty controller") << QStringList{"--controller", ""} << "needs a folder";
+    QTest::newRow("no configuration")
+            << QStringList{"--controller", QDir::tempPath()} << "holds no controller configuration";
+}
+
+// Bad values stop the screen before any window, with exit status 2.
+void TestMappingScreen::commandLine()
+{
+    QFETCH(QStringList, args);
+    QFETCH(QString, message);
+    QProcess program;
+    program.start(QStringLiteral(FBCFG_SCREEN_PATH), args);
+    QVERIFY(program.waitForFinished(30000));
+    const QString err = QString::fromUtf8(program.readAllStandardError());
+    QCOMPARE(program.exitCode(), 2);
+    QVERIFY2(err.startsWith(QStringLiteral("fbcfg-screen: ")) && err.contains(message)
+                     && err.contains(QStringLiteral("--help")),
+             qPrintable(err));
+}
+
+// --style dark reaches the screen (Qt does not take it for its own), and the
+// copy of the sample goes when the screen is terminated.
+void TestMappingScreen::styleAndEnd()
+{
+    QTemporaryDir pictures;
+    qint64 lightness[2] = {};
+    for (const bool dark : {false, true}) {
+        const QString file = pictures.filePath(dark ? "dark.png" : "light.png");
+        QProcess program;
+        program.start(QStringLiteral(FBCFG_SCREEN_PATH),
+                      {"--style", dark ? "dark" : "light", "--transfer-delay", "0",
+                       "--screenshot", file});
+        QVERIFY(program.waitForFinished(60000));
+        QCOMPARE(program.exitCode(), 0);
+        const QImage image(file);
+        QVERIFY(!image.isNull());
+        for (int y = 0; y < image.height(); y += 7) {
+            for (int x = 0; x < image.width(); x += 7)
+                lightness[dark] += QColor(image.pixel(x, y)).lightness();
+        }
+    }
+    QVERIFY2(lightness[true] * 2 < lightness[false], "the dark style is not darker");
+
+    QProcess program;
+    program.start(QStringLiteral(FBCFG_SCREEN_PATH), {"--transfer-delay", "0"});
+    QString err;
+    const QRegularExpression announced(QStringLiteral("controller folder (\\S+)/Controller\\n"));
+    QTRY_VERIFY_WITH_TIMEOUT((err += QString::fromUtf8(program.readAllStandardError()),
+                              announced.match(err).hasMatch()),
+                             30000);
+    const QString folder = announced.match(err).captured(1);
+    QVERIFY(QFileInfo(folder).isDir());
+    QCOMPARE(::kill(pid_t(program.processId()), SIGTERM), 0);
+    QVERIFY(program.waitForFinished(30000));
+    QVERIFY2(!QFileInfo::exists(folder), qPrintable(folder));
 }
 
 QTEST_MAIN(TestMappingScreen)

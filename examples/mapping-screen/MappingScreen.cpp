@@ -1,6 +1,7 @@
 #include "MappingScreen.h"
 
 #include <fieldbusconfig/ConfigSnapshot.h>
+#include <fieldbusconfig/PendantSim.h>
 #include <fieldbusconfig/ProgressBarWidget.h>
 #include <fieldbusconfig/platform/MsgBox.h>
 
@@ -8,6 +9,8 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
+#include <QFile>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -184,7 +187,6 @@ void MappingScreen::buildUi()
     m_checkPanel->setRootIsDecorated(false);
     m_checkPanel->setFixedHeight(120);
     m_checkPanel->header()->resizeSection(0, 70);
-    m_checkPanel->header()->resizeSection(1, 150);
     connect(m_checkPanel, &QTreeWidget::currentItemChanged, this, &MappingScreen::findingSelected);
 
     m_status = new QLabel(this);
@@ -319,6 +321,7 @@ void MappingScreen::onFileNotify(FileHandle handle, const QString &fileKey, bool
         if (fileKey != RDE_SIGNAL_MAP_CFG || !m_saving)
             return;
         m_saving = false;
+        m_saveLock.reset();
         m_saveButton->setEnabled(true);
         m_progress->setValue(1); // the end of the range a save sets, which closes it
         if (!isSuccess) {
@@ -628,11 +631,51 @@ void MappingScreen::accept(BiBo dir, const FuncAndMapInfo &row)
     showChanges();
 }
 
+QString MappingScreen::saveRefusal()
+{
+    const QString folder = pendantsim::controllerRoot();
+    m_saveLock = std::make_unique<pendantsim::FolderLock>(folder);
+    // The GUI thread never waits: a busy folder is tried again by the user.
+    if (!m_saveLock->tryLock(0))
+        return tr("Busy: %1 is being changed by %2; try again.").arg(folder, m_saveLock->holder());
+    // The edits were made against the copy fetched at the start; a controller
+    // file changed since (by fbcfg, say) would be overwritten without a word.
+    const QString controllerFile = pendantsim::controllerFilePath(RDE_SIGNAL_MAP_CFG);
+    QFile fetched(QDir(TPU_FIELDBUS_DIR).absoluteFilePath(QFileInfo(controllerFile).fileName()));
+    QFile present(controllerFile);
+    if (!fetched.open(QIODevice::ReadOnly) || !present.open(QIODevice::ReadOnly)
+        || fetched.readAll() != present.readAll())
+        return tr("%1 changed on the controller since this screen read it; open the screen "
+                  "again to see the change, then redo the edits.")
+                .arg(controllerFile);
+    // The writer writes what the reader read: a line it could not read would
+    // come back as another line.
+    const QVector<CheckFinding> blockers = ConfigCheck::writeBlockers(m_findings, RDE_SIGNAL_MAP_CFG);
+    QStringList lines;
+    for (const CheckFinding &f : blockers)
+        lines.append(f.line > 0 ? QStringLiteral("%1:%2").arg(controllerFile).arg(f.line)
+                                : controllerFile);
+    if (!lines.isEmpty())
+        return tr("Nothing was saved: %1 cannot be written back as it stands (%2). Fix those "
+                  "lines; fbcfg check shows every problem.")
+                .arg(controllerFile, lines.join(QStringLiteral(", ")));
+    return QString();
+}
+
 void MappingScreen::save()
 {
     if (m_saving || !isReady())
         return;
+    const QString refusal = saveRefusal();
+    if (!refusal.isEmpty()) {
+        m_saveLock.reset();
+        setStatus(refusal, true);
+        MsgBox box(2, refusal, 1, true, false, 0, false, false, QStringLiteral("unchanged"),
+                   QStringLiteral("unchanged"), QStringLiteral("unchanged"));
+        return;
+    }
     if (!m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG)) {
+        m_saveLock.reset();
         setStatus(tr("Cannot write the local copy of %1.").arg(RDE_SIGNAL_MAP_CFG), true);
         return;
     }
@@ -673,6 +716,10 @@ void MappingScreen::runCheck()
         item->setToolTip(2, f.message);
         item->setData(0, Qt::UserRole, i);
     }
+    // As wide as the widest "file:line", up to half the panel.
+    m_checkPanel->resizeColumnToContents(1);
+    m_checkPanel->header()->resizeSection(
+            1, qMin(m_checkPanel->header()->sectionSize(1), m_checkPanel->width() / 2));
     const int errors = ConfigCheck::errorCount(m_findings);
     m_checkLabel->setText(m_findings.isEmpty() ? tr("Configuration check: no problems found")
                                                : tr("Configuration check: %1 errors, %2 warnings")

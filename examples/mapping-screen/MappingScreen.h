@@ -8,7 +8,12 @@
 #include <QTranslator>
 #include <QWidget>
 
+#include <memory>
+
 class ProgressBarWidget;
+namespace pendantsim {
+class FolderLock;
+}
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -80,6 +85,9 @@ private:
     QString refusal(BiBo dir, const FuncAndMapInfo &row, const QString &text) const;
     void accept(BiBo dir, const FuncAndMapInfo &row);
     void save();
+    // Why Save must not write now, or empty: the folder busy, the controller's
+    // file changed since it was read, or lines its reader could not read back.
+    QString saveRefusal();
     void findingSelected(QTreeWidgetItem *item);
 
     QString currentBus() const;
@@ -94,6 +102,9 @@ private:
     // Files answered since start; the screen is ready when all have been.
     QSet<QString> m_arrived;
     bool m_saving = false;
+    // Held from the checks before a write to the answer of its send, so that
+    // no other writer (fbcfg, another screen) changes the folder in between.
+    std::unique_ptr<pendantsim::FolderLock> m_saveLock;
     QVector<CheckFinding> m_findings;
 
     ProgressBarWidget *m_progress = nullptr;

@@ -12,6 +12,8 @@ Workspace::~Workspace()
 {
     if (!m_previousDir.isEmpty())
         QDir::setCurrent(m_previousDir);
+    if (m_temporary)
+        pendantsim::forgetOnSignal(m_temporary->path());
 }
 
 QString Workspace::sampleDir()
@@ -39,6 +41,8 @@ bool Workspace::prepare(const QString &controller)
                                                   + QStringLiteral("/fbcfg-screen-XXXXXX"));
     if (!m_temporary->isValid())
         return fail(m_temporary->errorString());
+    // Gone however the screen ends: closed, or SIGINT, SIGTERM or SIGHUP.
+    pendantsim::removeOnSignal(m_temporary->path());
     if (controller.isEmpty()) {
         const QString sample = sampleDir();
         if (sample.isEmpty())
