@@ -211,5 +211,17 @@
         <source>%1 is not in the bus list.</source>
         <translation>%1 不在总线列表中。</translation>
     </message>
+    <message>
+        <source>Busy: %1 is being changed by %2; try again.</source>
+        <translation>忙：%1 正由 %2 修改；请稍后再试。</translation>
+    </message>
+    <message>
+        <source>%1 changed on the controller since this screen read it; open the screen again to see the change, then redo the edits.</source>
+        <translation>自本画面读取以来，控制器上的 %1 已被更改；请重新打开画面查看更改，然后重新编辑。</translation>
+    </message>
+    <message>
+        <source>Nothing was saved: %1 cannot be written back as it stands (%2). Fix those lines; fbcfg check shows every problem.</source>
+        <translation>未保存任何内容：%1 无法原样写回（%2）。请修正这些行；fbcfg check 显示所有问题。</translation>
+    </message>
 </context>
 </TS>

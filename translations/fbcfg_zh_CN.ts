@@ -99,31 +99,13 @@
         <source>%1 switched %2</source>
         <translation>%1 已%2</translation>
     </message>
-    <message numerus="yes">
-        <source>%n mapped signal(s) of %1 stay mapped while it is off</source>
-        <translation>
-            <numerusform>%1 关闭期间，其 %n 个已映射信号仍保持映射</numerusform>
-        </translation>
-    </message>
     <message>
         <source>the switch is on or off, not &apos;%1&apos;</source>
         <translation>开关状态应为 on 或 off，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
-        <source>--current must be a switch word, not &apos;%1&apos;</source>
-        <translation>--current 必须是开关字，而不是 &apos;%1&apos;</translation>
-    </message>
-    <message>
-        <source>the performance switch knows no bus %1; it knows mtcp, ethcat, eip, pfn, ecm, dns, mbc, eim, pnm and dnm</source>
-        <translation>通信性能开关不识别总线 %1；可识别的总线有 mtcp、ethcat、eip、pfn、ecm、dns、mbc、eim、pnm 和 dnm</translation>
-    </message>
-    <message>
         <source>kept: the switch word stays %1</source>
         <translation>未变更：开关字仍为 %1</translation>
-    </message>
-    <message>
-        <source>cannot read %1 from the controller</source>
-        <translation>无法从控制器读取 %1</translation>
     </message>
     <message>
         <source>the byte order is big or little, not &apos;%1&apos;</source>
@@ -140,10 +122,6 @@
     <message>
         <source>byte order: %1 -&gt; %2</source>
         <translation>字节序：%1 -&gt; %2</translation>
-    </message>
-    <message>
-        <source> (warning)</source>
-        <translation> (警告)</translation>
     </message>
     <message>
         <source>no problems found</source>
@@ -270,10 +248,6 @@
         <translation>&apos;%1&apos; 不是数字</translation>
     </message>
     <message>
-        <source>%1 is not a bus that is on; the buses that are on are %2</source>
-        <translation>%1 不是已开启的总线；已开启的总线为 %2</translation>
-    </message>
-    <message>
         <source>group %1 is beyond the %2 %3 %4 groups of %5 (0-%6)</source>
         <translation>组 %1 超出了 %5 的 %2 个 %3 %4组的范围 (0-%6)</translation>
     </message>
@@ -370,10 +344,6 @@
         <translation>第 %1 行</translation>
     </message>
     <message>
-        <source>%1: %2 rows to import, %3 already there, %4 dropped</source>
-        <translation>%1：待导入 %2 行，已存在 %3 行，丢弃 %4 行</translation>
-    </message>
-    <message>
         <source>  collision: %1 takes the address of %2</source>
         <translation>  冲突：%1 占用了 %2 的地址</translation>
     </message>
@@ -416,10 +386,6 @@
     <message>
         <source>Language of module and function names and of messages (default en).</source>
         <translation>模块名、功能名及消息的语言（默认 en）。</translation>
-    </message>
-    <message>
-        <source>Print JSON (listing commands and check).</source>
-        <translation>输出 JSON（适用于列表类命令和 check）。</translation>
     </message>
     <message>
         <source>Answer the library&apos;s questions with yes.</source>
@@ -506,10 +472,6 @@
         <translation>输出打开或关闭某总线的通信性能开关后新的开关字。</translation>
     </message>
     <message>
-        <source>Only one protocol may hold the switch; the library asks before taking it from another one. Nothing is written: the switch word is not kept in the files this tool handles. Exit status 1 when the switch word stays as it is.</source>
-        <translation>同一时间只能有一个协议开启该开关；从另一协议收回开关前库会先询问。不写入任何内容：开关字不保存在本工具处理的文件中。开关字保持不变时退出状态为 1。</translation>
-    </message>
-    <message>
         <source>List the mapped signals.</source>
         <translation>列出已映射的信号。</translation>
     </message>
@@ -568,10 +530,6 @@
     <message>
         <source>Check the whole configuration and list what is wrong.</source>
         <translation>检查整个配置并列出存在的问题。</translation>
-    </message>
-    <message>
-        <source>One line per finding: FILE:LINE: KIND: MESSAGE. Exit status 1 when there are errors.</source>
-        <translation>每个问题一行：FILE:LINE: KIND: MESSAGE。存在错误时退出状态为 1。</translation>
     </message>
     <message>
         <source>Usage: fbcfg [options] COMMAND [arguments]</source>
@@ -666,10 +624,6 @@
         <translation>%1 未声明用于现场总线的%2功能</translation>
     </message>
     <message>
-        <source>%1 declares no %2 function %3; it declares %4</source>
-        <translation>%1 未声明%2功能 %3；它声明的有 %4</translation>
-    </message>
-    <message>
         <source>not mapped</source>
         <translation>未映射</translation>
     </message>
@@ -726,10 +680,6 @@
         <translation>地址必须是数字，而不是 &apos;%1&apos;</translation>
     </message>
     <message>
-        <source>--filter-time must be a number, not &apos;%1&apos;</source>
-        <translation>--filter-time 必须是数字，而不是 &apos;%1&apos;</translation>
-    </message>
-    <message>
         <source>--invert must be 0 or 1, not &apos;%1&apos;</source>
         <translation>--invert 必须为 0 或 1，而不是 &apos;%1&apos;</translation>
     </message>
@@ -744,10 +694,6 @@
     <message>
         <source>bus %1 is switched off</source>
         <translation>总线 %1 已关闭</translation>
-    </message>
-    <message>
-        <source>there is no bus %1; the buses that are on are %2</source>
-        <translation>没有总线 %1；已开启的总线为 %2</translation>
     </message>
     <message>
         <source>%1 is already mapped to %2</source>
@@ -882,14 +828,6 @@
         <translation>需要 --csv FILE</translation>
     </message>
     <message>
-        <source>%1 mappings written to %2</source>
-        <translation>已将 %1 条映射写入 %2</translation>
-    </message>
-    <message>
-        <source>%1 is not UTF-8</source>
-        <translation>%1 不是 UTF-8 编码</translation>
-    </message>
-    <message>
         <source>%1:1: the first row must be the header %2</source>
         <translation>%1:1: 第一行须为表头 %2</translation>
     </message>
@@ -958,26 +896,12 @@
         <translation>--skip-bad 只适用于 --csv</translation>
     </message>
     <message>
-        <source>%1: %2 rows to import, %3 already there, %4 refused</source>
-        <translation>%1：%2 行待导入，%3 行已存在，%4 行被拒绝</translation>
-    </message>
-    <message>
-        <source>nothing was written: %1 of the rows cannot be imported (--skip-bad imports the others)</source>
-        <translation>未写入任何内容：有 %1 行无法导入（--skip-bad 可导入其余各行）</translation>
-    </message>
-    <message>
         <source>%1 %2 is mapped as %3 already on line %4</source>
         <translation>%1 %2 已在第 %4 行映射为%3</translation>
     </message>
     <message>
         <source>%1 %2 address %3 is taken already on line %4</source>
         <translation>%1 的%2地址 %3 已被第 %4 行占用</translation>
-    </message>
-    <message numerus="yes">
-        <source>nothing was changed: %n row(s) of the file map again what an earlier row maps</source>
-        <translation>
-            <numerusform>未做任何更改：文件中有 %n 行重复映射了前面某行已映射的内容</numerusform>
-        </translation>
     </message>
     <message>
         <source>Print the changes the command would make (as fbcfg diff does) and change nothing, neither the working copy nor the controller.</source>
@@ -986,10 +910,6 @@
     <message>
         <source>Compare the controller with the configuration in DIR (a controller folder or a pendant working folder) instead of the working copy with the controller.</source>
         <translation>将控制器与 DIR 中的配置（控制器文件夹或示教器工作文件夹）比较，而不是将工作副本与控制器比较。</translation>
-    </message>
-    <message>
-        <source>The CSV file of mappings.</source>
-        <translation>映射的 CSV 文件。</translation>
     </message>
     <message>
         <source>Begin the file with the byte-order mark that spreadsheet programs need to show Chinese names.</source>
@@ -1018,10 +938,6 @@
     <message>
         <source>Write the mapped signals to a CSV file.</source>
         <translation>将已映射的信号写入 CSV 文件。</translation>
-    </message>
-    <message>
-        <source>Columns: module, function, function display name, type, bus, direction, address, filter time, invert; UTF-8 with RFC 4180 quoting. fbcfg import --csv reads the file back.</source>
-        <translation>列：模块、功能、功能显示名称、类型、总线、方向、地址、滤波时间、取反；UTF-8 编码，按 RFC 4180 加引号。fbcfg import --csv 可读回该文件。</translation>
     </message>
     <message>
         <source>busy: %1 is being changed by %2; waited %3 s (--timeout)</source>
@@ -1058,6 +974,166 @@
     <message>
         <source>--%1 %2 holds no controller configuration: none of %3</source>
         <translation>--%1 %2 中没有控制器配置：%3 都不存在</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>是</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>否</translation>
+    </message>
+    <message>
+        <source>MAPPABLE</source>
+        <translation>可映射</translation>
+    </message>
+    <message>
+        <source>no bus %1</source>
+        <translation>没有总线 %1</translation>
+    </message>
+    <message>
+        <source>1 mapped signal of %1 stays mapped while it is off</source>
+        <translation>%1 的 1 个已映射信号在其关闭期间仍保持映射</translation>
+    </message>
+    <message>
+        <source>%1 mapped signals of %2 stay mapped while it is off</source>
+        <translation>%2 的 %1 个已映射信号在其关闭期间仍保持映射</translation>
+    </message>
+    <message>
+        <source>--current must be a switch word of 0 or more, decimal or 0x hexadecimal, not &apos;%1&apos;</source>
+        <translation>--current 必须是 0 或更大的开关字（十进制或 0x 十六进制），而不是 &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>no bus %1 with a performance switch</source>
+        <translation>没有带性能开关的总线 %1</translation>
+    </message>
+    <message>
+        <source>--ignore: there is no kind &apos;%1&apos;; the kinds are %2</source>
+        <translation>--ignore：没有类别 &apos;%1&apos;；类别有 %2</translation>
+    </message>
+    <message>
+        <source> (%1 set aside with --ignore)</source>
+        <translation>（--ignore 略过了 %1 条）</translation>
+    </message>
+    <message>
+        <source>; did you mean %1?</source>
+        <translation>；您是指 %1 吗？</translation>
+    </message>
+    <message>
+        <source>%1 (known: %2)</source>
+        <translation>%1（已知：%2）</translation>
+    </message>
+    <message>
+        <source>1 row</source>
+        <translation>1 行</translation>
+    </message>
+    <message>
+        <source>%1 rows</source>
+        <translation>%1 行</translation>
+    </message>
+    <message>
+        <source>a NUL byte: this is no text file</source>
+        <translation>含有 NUL 字节：这不是文本文件</translation>
+    </message>
+    <message>
+        <source>--delimiter must be one character such as , or ;, not &apos;%1&apos;</source>
+        <translation>--delimiter 必须是一个字符，如 , 或 ;，而不是 &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>1 row written to %1</source>
+        <translation>已写入 1 行到 %1</translation>
+    </message>
+    <message>
+        <source>%1 rows written to %2</source>
+        <translation>已写入 %1 行到 %2</translation>
+    </message>
+    <message>
+        <source>standard output</source>
+        <translation>标准输出</translation>
+    </message>
+    <message>
+        <source>%1:%2: the file is not UTF-8 (a spreadsheet saved it in another encoding); save it as CSV UTF-8 and import it again</source>
+        <translation>%1:%2：文件不是 UTF-8（电子表格以其他编码保存了它）；请另存为 CSV UTF-8 后重新导入</translation>
+    </message>
+    <message>
+        <source>%1:1: the fields are separated by &apos;%2&apos;; read the file with --delimiter &apos;%2&apos;</source>
+        <translation>%1:1：字段以 &apos;%2&apos; 分隔；请用 --delimiter &apos;%2&apos; 读取该文件</translation>
+    </message>
+    <message>
+        <source>no module %1</source>
+        <translation>没有模块 %1</translation>
+    </message>
+    <message>
+        <source>nothing was changed: %1 of the file map again what an earlier row maps</source>
+        <translation>未做任何更改：文件中有 %1 重复映射了前面的行已映射的内容</translation>
+    </message>
+    <message>
+        <source>%1: %2 to import, %3 already there, %4 refused</source>
+        <translation>%1：%2 待导入，%3 行已存在，%4 行被拒绝</translation>
+    </message>
+    <message>
+        <source>nothing was written: %1 cannot be imported (--skip-bad imports the others)</source>
+        <translation>未写入任何内容：%1 无法导入（--skip-bad 会导入其余行）</translation>
+    </message>
+    <message>
+        <source>%1: %2 to import, %3 already there, %4 dropped</source>
+        <translation>%1：%2 待导入，%3 行已存在，%4 行被丢弃</translation>
+    </message>
+    <message>
+        <source>Output format: text (default), json (listing commands, check, diff and dry runs) or sarif (check only, SARIF 2.1.0 for CI).</source>
+        <translation>输出格式：text（默认）、json（列表命令、check、diff 和试运行）或 sarif（仅 check，供 CI 使用的 SARIF 2.1.0）。</translation>
+    </message>
+    <message>
+        <source>The same as --format json.</source>
+        <translation>等同于 --format json。</translation>
+    </message>
+    <message>
+        <source>Count warnings as errors for the exit status.</source>
+        <translation>退出状态中将警告计为错误。</translation>
+    </message>
+    <message>
+        <source>Set findings of these kinds aside (see the list of kinds in the README); the summary says how many.</source>
+        <translation>略过这些类别的问题（类别列表见 README）；摘要中给出略过的数量。</translation>
+    </message>
+    <message>
+        <source>The CSV file of mappings; - is standard output (export).</source>
+        <translation>映射的 CSV 文件；- 表示标准输出（导出时）。</translation>
+    </message>
+    <message>
+        <source>The character between fields (default ,); &apos;;&apos; for what spreadsheets save in locales with a decimal comma.</source>
+        <translation>字段之间的分隔字符（默认 ,）；使用小数逗号的地区的电子表格所保存的文件请用 &apos;;&apos;。</translation>
+    </message>
+    <message>
+        <source>Only one protocol may hold the switch; the library asks before taking it from another one. Nothing is written: the switch word is not kept in the files this tool handles. Exit status 0 and the new word when it changes; 1 and &quot;kept: ...&quot; when it stays as it is (the switch already so, or taking it from another protocol was declined).</source>
+        <translation>只有一个协议可以占有该开关；从另一个协议取走开关前库会先询问。不写入任何内容：开关字不保存在本工具处理的文件中。开关字改变时退出状态为 0 并打印新值；保持不变时（开关已是该状态，或拒绝从另一协议取走）退出状态为 1 并打印 &quot;kept: ...&quot;。</translation>
+    </message>
+    <message>
+        <source>Reads every file of the controller folder as it lies, and reports each problem as a compiler does: PATH:LINE: error: MESSAGE [KIND] (or warning:), PATH relative to the current folder. --format json or sarif for machines. Exit status 1 when there are errors (with --werror, also warnings), 0 otherwise.</source>
+        <translation>按原样读取控制器文件夹中的每个文件，并像编译器那样报告每个问题：PATH:LINE: error: MESSAGE [KIND]（或 warning:），PATH 相对于当前文件夹。--format json 或 sarif 供机器读取。有错误时（使用 --werror 时警告亦然）退出状态为 1，否则为 0。</translation>
+    </message>
+    <message>
+        <source>Columns: module, function, function display name, type, bus, direction, address, filter time, invert; UTF-8 with RFC 4180 quoting. --csv - writes to standard output. fbcfg import --csv reads the file back (with the same --delimiter).</source>
+        <translation>列：模块、功能、功能显示名、类型、总线、方向、地址、滤波时间、取反；UTF-8，RFC 4180 引号规则。--csv - 写入标准输出。fbcfg import --csv 可读回该文件（使用相同的 --delimiter）。</translation>
+    </message>
+    <message>
+        <source>--format must be text, json or sarif, not &apos;%1&apos;</source>
+        <translation>--format 必须为 text、json 或 sarif，而不是 &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>--json and --format %1 exclude each other</source>
+        <translation>--json 与 --format %1 互斥</translation>
+    </message>
+    <message>
+        <source>--format sarif applies to fbcfg check only</source>
+        <translation>--format sarif 只适用于 fbcfg check</translation>
+    </message>
+    <message>
+        <source>%1 has no %2 function %3</source>
+        <translation>%1 没有%2功能 %3</translation>
+    </message>
+    <message>
+        <source>--filter-time must be a whole number of 0 or more, not &apos;%1&apos;</source>
+        <translation>--filter-time 必须是 0 或更大的整数，而不是 &apos;%1&apos;</translation>
     </message>
 </context>
 </TS>

@@ -181,7 +181,7 @@ int runCheck(Session &session, const Call &call)
                                   f.message, f.kind));
     QString total = findings.isEmpty() ? Fbcfg::tr("no problems found") : summary(errors, warnings);
     if (ignored > 0)
-        total += Fbcfg::tr(" (%n set aside with --ignore)", nullptr, ignored);
+        total += Fbcfg::tr(" (%1 set aside with --ignore)").arg(ignored);
     Output::line(total);
     return rc;
 }
