@@ -139,7 +139,8 @@ ControllerTree writeControllerTree(const QString &root, int rows, TreeShape shap
     QDir().mkpath(tree.pendantDir());
     const bool oneModule = shape == TreeShape::OneModule;
     const int moduleCount = oneModule ? 1 : qMax(1, rows / (2 * functionsPerDirection));
-    const int perDirection = oneModule ? qMax(functionsPerDirection, rows / 2) : functionsPerDirection;
+    const int perDirection =
+            oneModule ? qMax(functionsPerDirection, rows / 2) : functionsPerDirection;
     tree.rows = moduleCount * 2 * perDirection;
 
     // Next free address per direction, bus and area (bool, int, other).

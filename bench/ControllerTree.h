@@ -15,8 +15,8 @@
 // float or string signal in a group of its own while group numbers last (the
 // screens allow 255 int, 127 float and 7 string groups per direction). The
 // modules take turns on four switched-on buses, or all sit on the Modbus TCP
-// slave, or one module maps them all there. Every bus offers twice the addresses its rows use, so everything is
-// in range and an import finds free addresses.
+// slave, or one module maps them all there. Every bus offers twice the addresses its rows use, so
+// everything is in range and an import finds free addresses.
 struct ControllerTree
 {
     QString root;

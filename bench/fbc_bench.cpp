@@ -673,8 +673,7 @@ void registerBenchmarks()
     for (int rows : sizes)
         addWithFloor("check", rows, checkBench, checkFloor);
     // Every row in one module of 25,000 functions each way: linear too.
-    addWithFloor("check_one_module", 50000, checkBench, checkFloor,
-                 {false, TreeShape::OneModule});
+    addWithFloor("check_one_module", 50000, checkBench, checkFloor, {false, TreeShape::OneModule});
     const std::pair<const char *, Validator> validators[] = {
             {"isAddressValid", AddressValid},
             {"isGroupAddrValid", GroupAddrValid},

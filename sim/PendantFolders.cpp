@@ -19,8 +19,8 @@ QString lockFilePath(const QString &folder)
 {
     const QFileInfo info(folder);
     const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
-    const QByteArray digest = QCryptographicHash::hash(QDir::cleanPath(path).toUtf8(),
-                                                       QCryptographicHash::Sha1);
+    const QByteArray digest =
+            QCryptographicHash::hash(QDir::cleanPath(path).toUtf8(), QCryptographicHash::Sha1);
     return QDir::tempPath() + QStringLiteral("/fbcfg-lock-")
             + QString::fromLatin1(digest.toHex().left(24)) + QStringLiteral(".lock");
 }

@@ -217,9 +217,9 @@ private slots:
         QTest::addColumn<QByteArray>("bytes"); // null: the file is removed
         QTest::addColumn<QString>("expected");
         const QByteArray removed;
-        QTest::newRow("truncated fieldbus.xml") << RDE_FIELDBUS_XML
-                                                << fieldbusXml.left(60) + "\n<Fi"
-                                                << "fieldbus.xml:3:2 file-unreadable error";
+        QTest::newRow("truncated fieldbus.xml")
+                << RDE_FIELDBUS_XML << fieldbusXml.left(60) + "\n<Fi"
+                << "fieldbus.xml:3:2 file-unreadable error";
         QTest::newRow("random bytes") << RDE_FIELDBUS_CFG_XML << QByteArray("\x93\x07<\xff\x01", 5)
                                       << "fieldbus_config.xml:1:5 file-unreadable error";
         QTest::newRow("missing group file")
@@ -235,10 +235,9 @@ private slots:
                 << "user_description.xml:2:15 file-unreadable error";
         QTest::newRow("missing descriptions")
                 << RDE_USER_DES_XML << removed << "user_description.xml:0:0 file-missing warning";
-        QTest::newRow("missing function list") << "/application/fidbus/funclist/weld.xml"
-                                               << removed << "weld.xml:0:0 file-missing error";
-        QTest::newRow("not UTF-8") << RDE_GROUP_CFG
-                                   << QByteArray("$$ caf\xe9\n#Group_Input:\n")
+        QTest::newRow("missing function list") << "/application/fidbus/funclist/weld.xml" << removed
+                                               << "weld.xml:0:0 file-missing error";
+        QTest::newRow("not UTF-8") << RDE_GROUP_CFG << QByteArray("$$ caf\xe9\n#Group_Input:\n")
                                    << "user_groupio.cfg:1:0 encoding warning";
     }
 

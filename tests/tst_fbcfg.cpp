@@ -183,8 +183,7 @@ void TstFbcfg::run_data()
     row("bus list json", {"bus", "list", "--json"}, 0, "\"shortName\": \"mtcp\"");
     row("map list", {"map", "list", "--dir", "in"}, 0, "MODULE[\\s\\S]*{func}");
     row("map list json", {"map", "list", "--json", "--bus", "{bus}"}, 0, "\"line\": [1-9]");
-    row("group list json", {"group", "list", "--json", "--dir", "in"}, 0,
-        "\"first\": {gfirst},");
+    row("group list json", {"group", "list", "--json", "--dir", "in"}, 0, "\"first\": {gfirst},");
     row("bus disable", {"bus", "disable", "{onBus}"}, 0, "switched off", {fieldbusXml});
     row("bus enable", {"bus", "enable", "{offBus}"}, 0, "switched on", {fieldbusXml});
     row("map set taken", {"map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in"}, 1,
@@ -278,7 +277,8 @@ void TstFbcfg::run_data()
         "\"enabled\": false,\\s+\"mappable\": false,\\s+\"name\": \"ProfibusSlave\"");
     row("performance kept", {"bus", "performance", "eip", "off", "--current", "0"}, 1,
         "^kept: the switch word stays 0$");
-    row("export to stdout", {"export", "--csv", "-"}, 0, "\\A\\S+ rows written to standard output\n\\z");
+    row("export to stdout", {"export", "--csv", "-"}, 0,
+        "\\A\\S+ rows written to standard output\n\\z");
     row("unknown command", {"frobnicate"}, 2, "unknown command 'frobnicate'; see fbcfg --help");
     row("version", {"--version"}, 0, "^fbcfg \\d+\\.\\d+\\.\\d+$");
     row("help", {"--help"}, 0, "Commands:[\\s\\S]*map set");
@@ -427,8 +427,8 @@ void TstFbcfg::csvRefusedRows()
     csv.write(bytes);
     csv.close();
     const QHash<QString, QByteArray> before = readTree(controller);
-    const QStringList common{"import",           "--csv",    csv.fileName(),
-                             "--controller",     controller, "--workspace",
+    const QStringList common{"import",         "--csv",    csv.fileName(),
+                             "--controller",   controller, "--workspace",
                              workspaceIn(tmp), "--prefer", "imported"};
     QString out;
     QString err;
@@ -510,17 +510,19 @@ void TstFbcfg::csvFromSpreadsheets_data()
     QTest::newRow("semicolons, words in any case")
             << good << QStringList{"--delimiter", ";"} << 0 << "1 row to import";
     QTest::newRow("semicolons without --delimiter")
-            << good << QStringList{} << 1 << "bad.csv:1: the fields are separated by ';'; "
-                                             "read the file with --delimiter ';'";
-    QTest::newRow("NUL byte") << QByteArray("{mod};{func};;bool;{bus};in;1;0;\x00" "0\r\n", 34)
-                                         + good
-                              << QStringList{"--delimiter", ";"} << 1
-                              << "bad.csv:2: a NUL byte: this is no text file";
-    QTest::newRow("legacy encoding")
-            << good + "{mod};{func};caf\xe9;bool;{bus};in;1;0;0\r\n" << QStringList{"--delimiter", ";"}
-            << 1 << "bad.csv:3: the file is not UTF-8 .*; save it as CSV UTF-8";
-    QTest::newRow("two characters") << good << QStringList{"--delimiter", ";;"} << 2
-                                    << "--delimiter must be one character";
+            << good << QStringList{} << 1
+            << "bad.csv:1: the fields are separated by ';'; "
+               "read the file with --delimiter ';'";
+    QTest::newRow("NUL byte") << QByteArray("{mod};{func};;bool;{bus};in;1;0;\x00"
+                                            "0\r\n",
+                                            34)
+                    + good << QStringList{"--delimiter", ";"}
+                              << 1 << "bad.csv:2: a NUL byte: this is no text file";
+    QTest::newRow("legacy encoding") << good + "{mod};{func};caf\xe9;bool;{bus};in;1;0;0\r\n"
+                                     << QStringList{"--delimiter", ";"} << 1
+                                     << "bad.csv:3: the file is not UTF-8 .*; save it as CSV UTF-8";
+    QTest::newRow("two characters")
+            << good << QStringList{"--delimiter", ";;"} << 2 << "--delimiter must be one character";
 }
 
 // What spreadsheets save: semicolons, other encodings, stray bytes, by line.
@@ -562,18 +564,17 @@ void TstFbcfg::checkOutput_data()
                            "address-out-of-range,address-collision,bool-in-group,group-overlap,"
                            "group-missing,function-unknown,type-mismatch,function-mapped-twice";
     const QString map = "application/fidbus/signal_mapping.cfg";
-    QTest::newRow("absolute path")
-            << QStringList{"check", "--controller", "%FAULTS%"} << 1
-            << "^%FAULTS%/" + map
+    QTest::newRow("absolute path") << QStringList{"check", "--controller", "%FAULTS%"} << 1
+                                   << "^%FAULTS%/" + map
                     + ":10: error: address 256 is outside .* \\[address-out-of-range\\]$";
     QTest::newRow("relative path, chinese")
             << QStringList{"check", "--controller", "controller-with-faults", "--lang", "zh"} << 1
             << "^controller-with-faults/" + map + ":1: warning: .* \\[encoding\\]$";
-    QTest::newRow("warnings pass") << QStringList{"check", "--controller", "%FAULTS%", "--ignore",
-                                                  errors}
-                                   << 0 << "^0 errors, 3 warnings \\(15 set aside with --ignore\\)$";
-    QTest::newRow("werror") << QStringList{"check", "--controller", "%FAULTS%", "--ignore", errors,
-                                           "--werror"}
+    QTest::newRow("warnings pass")
+            << QStringList{"check", "--controller", "%FAULTS%", "--ignore", errors} << 0
+            << "^0 errors, 3 warnings \\(15 set aside with --ignore\\)$";
+    QTest::newRow("werror") << QStringList{"check",    "--controller", "%FAULTS%",
+                                           "--ignore", errors,         "--werror"}
                             << 1 << "^0 errors, 3 warnings";
     QTest::newRow("json types") << QStringList{"check", "--controller", "%FAULTS%", "--json"} << 1
                                 << "\"errors\": 15,[\\s\\S]*\"address\": 256,[\\s\\S]*"
@@ -616,8 +617,8 @@ void TstFbcfg::folderOptions_data()
                                       << "--controller needs a folder, not an empty value";
     QTest::newRow("controller=") << QStringList{"check", "--controller="}
                                  << "--controller needs a folder, not an empty value";
-    QTest::newRow("controller file")
-            << QStringList{"status", "--controller", "%FILE%"} << "--controller %FILE%: not a folder";
+    QTest::newRow("controller file") << QStringList{"status", "--controller", "%FILE%"}
+                                     << "--controller %FILE%: not a folder";
     QTest::newRow("missing controller") << QStringList{"check", "--controller", "%MISSING%"}
                                         << "--controller %MISSING%: there is no such folder";
     QTest::newRow("controller without configuration")
@@ -629,8 +630,8 @@ void TstFbcfg::folderOptions_data()
                                        << "--workspace %MISSING%: there is no such folder";
     QTest::newRow("against empty folder") << QStringList{"diff", "--against", "%EMPTY%"}
                                           << "--against %EMPTY% holds no controller configuration";
-    QTest::newRow("against file")
-            << QStringList{"diff", "--against", "%FILE%"} << "--against %FILE%: not a folder";
+    QTest::newRow("against file") << QStringList{"diff", "--against", "%FILE%"}
+                                  << "--against %FILE%: not a folder";
 }
 
 // A usage error that names the value; nothing is checked or listed instead.
@@ -677,8 +678,8 @@ void TstFbcfg::uncleanFileRefused()
     const QHash<QString, QByteArray> before = readTree(controller);
     const QString path = QDir::cleanPath(controller + '/' + signalMap);
     for (const char *extra : {"", "--dry-run"}) {
-        QStringList args{"map", "unset", vars.value("mod"), vars.value("func"), "--dir", "in",
-                         "--controller", controller};
+        QStringList args{"map",   "unset", vars.value("mod"), vars.value("func"),
+                         "--dir", "in",    "--controller",    controller};
         if (*extra)
             args << extra;
         QString err;
@@ -711,10 +712,11 @@ void TstFbcfg::concurrentWriters()
         QProcess set;
         QProcess unset;
         set.start(FBCFG_PATH,
-                  QStringList{"map", "set", vars.value("mod"), vars.value("func"), vars.value("bus"),
-                              vars.value("free")}
+                  QStringList{"map", "set", vars.value("mod"), vars.value("func"),
+                              vars.value("bus"), vars.value("free")}
                           + common);
-        unset.start(FBCFG_PATH, QStringList{"map", "unset", other->row.module, other->row.name} + common);
+        unset.start(FBCFG_PATH,
+                    QStringList{"map", "unset", other->row.module, other->row.name} + common);
         QVERIFY(set.waitForFinished(60000) && unset.waitForFinished(60000));
         const ConfigSnapshot after =
                 ConfigSnapshot::load(controller, ConfigSnapshot::ControllerLayout);
@@ -741,10 +743,10 @@ void TstFbcfg::concurrentWriters()
                       "--controller", controller, "--timeout", "0.5"},
                      nullptr, &err),
              2);
-    QVERIFY2(err.contains(QRegularExpression(
-                     "^fbcfg: busy: .*controller is being changed by pid "
-                     + QString::number(QCoreApplication::applicationPid()))),
-             qPrintable(err));
+    QVERIFY2(
+            err.contains(QRegularExpression("^fbcfg: busy: .*controller is being changed by pid "
+                                            + QString::number(QCoreApplication::applicationPid()))),
+            qPrintable(err));
 }
 
 void TstFbcfg::cleanEnds_data()
@@ -771,8 +773,9 @@ void TstFbcfg::cleanEnds()
     auto lock = std::make_unique<pendantsim::FolderLock>(controller);
     QVERIFY(lock->tryLock(0));
     QProcess tool;
-    tool.start(FBCFG_PATH, {"map", "unset", vars.value("mod"), vars.value("func"), "--dir", "in",
-                            "--controller", controller});
+    tool.start(FBCFG_PATH,
+               {"map", "unset", vars.value("mod"), vars.value("func"), "--dir", "in",
+                "--controller", controller});
     const auto workspaces = [&tmp] {
         return QDir(tmp.filePath("temp")).entryList({"fbcfg-??????"}, QDir::Dirs);
     };

@@ -374,9 +374,12 @@ void TestMappingScreen::saveRefused_data()
 {
     QTest::addColumn<QString>("fault");
     QTest::addColumn<QString>("message");
-    QTest::newRow("unclean lines") << "unclean" << "cannot be written back as it stands \\(%1:5, %1:6\\)";
-    QTest::newRow("folder busy") << "busy" << "^Busy: .* is being changed by pid \\d+";
-    QTest::newRow("changed since read") << "changed" << "^%1 changed on the controller since";
+    QTest::newRow("unclean lines") << "unclean"
+                                   << "cannot be written back as it stands \\(%1:5, %1:6\\)";
+    QTest::newRow("folder busy") << "busy"
+                                 << "^Busy: .* is being changed by pid \\d+";
+    QTest::newRow("changed since read") << "changed"
+                                        << "^%1 changed on the controller since";
 }
 
 // Save writes nothing the controller's file would lose: not over lines the
@@ -452,8 +455,8 @@ void TestMappingScreen::styleAndEnd()
         const QString file = pictures.filePath(dark ? "dark.png" : "light.png");
         QProcess program;
         program.start(QStringLiteral(FBCFG_SCREEN_PATH),
-                      {"--style", dark ? "dark" : "light", "--transfer-delay", "0",
-                       "--screenshot", file});
+                      {"--style", dark ? "dark" : "light", "--transfer-delay", "0", "--screenshot",
+                       file});
         QVERIFY(program.waitForFinished(60000));
         QCOMPARE(program.exitCode(), 0);
         const QImage image(file);

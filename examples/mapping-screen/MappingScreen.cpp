@@ -650,7 +650,8 @@ QString MappingScreen::saveRefusal()
                 .arg(controllerFile);
     // The writer writes what the reader read: a line it could not read would
     // come back as another line.
-    const QVector<CheckFinding> blockers = ConfigCheck::writeBlockers(m_findings, RDE_SIGNAL_MAP_CFG);
+    const QVector<CheckFinding> blockers =
+            ConfigCheck::writeBlockers(m_findings, RDE_SIGNAL_MAP_CFG);
     QStringList lines;
     for (const CheckFinding &f : blockers)
         lines.append(f.line > 0 ? QStringLiteral("%1:%2").arg(controllerFile).arg(f.line)

@@ -112,8 +112,9 @@ int parseOptions(const QStringList &arguments, Options &options, bool &done)
             return usageError(QStringLiteral("--controller needs a folder, not an empty value"));
         if (!info.isDir())
             return usageError(QStringLiteral("--controller %1: %2")
-                                      .arg(dir, info.exists() ? QStringLiteral("not a folder")
-                                                              : QStringLiteral("no such folder")));
+                                      .arg(dir,
+                                           info.exists() ? QStringLiteral("not a folder")
+                                                         : QStringLiteral("no such folder")));
         if (!QFileInfo(dir + QStringLiteral("/application/fidbus")).isDir())
             return usageError(QStringLiteral("--controller %1 holds no controller configuration "
                                              "(no application/fidbus)")

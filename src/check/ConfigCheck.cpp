@@ -593,32 +593,42 @@ QVector<CheckKind> ConfigCheck::kinds()
         return CheckKind{QLatin1String(id), QLatin1String(description), warningSeverity};
     };
     return {
-            error("file-missing", "A file the screens need is missing (a warning for the "
-                                  "description file, whose absence means no descriptions)."),
-            error("file-unreadable", "A file is present but cannot be read or is not "
-                                     "well-formed XML."),
-            error("malformed-line", "A row lacks a keyword or its value, or gives an address "
-                                    "that is not a number."),
+            error("file-missing",
+                  "A file the screens need is missing (a warning for the "
+                  "description file, whose absence means no descriptions)."),
+            error("file-unreadable",
+                  "A file is present but cannot be read or is not "
+                  "well-formed XML."),
+            error("malformed-line",
+                  "A row lacks a keyword or its value, or gives an address "
+                  "that is not a number."),
             error("bus-unknown", "A row or group names a bus that fieldbus.xml does not list."),
             error("bus-disabled", "A signal is mapped to a bus that is switched off."),
-            error("address-out-of-range", "An address lies outside the bus's area for the "
-                                          "signal's type and direction."),
-            error("address-collision", "Two signals of one bus, direction and type share an "
-                                       "address."),
+            error("address-out-of-range",
+                  "An address lies outside the bus's area for the "
+                  "signal's type and direction."),
+            error("address-collision",
+                  "Two signals of one bus, direction and type share an "
+                  "address."),
             error("bool-in-group", "A single bool signal lies inside a group's address range."),
             error("group-overlap", "Two groups of one bus and direction share addresses."),
             error("group-missing", "A group signal names a group that is not defined."),
-            error("function-unknown", "A row names a module or function that no function list "
-                                      "declares."),
-            error("type-mismatch", "A row's type differs from the type its function is "
-                                   "declared with."),
+            error("function-unknown",
+                  "A row names a module or function that no function list "
+                  "declares."),
+            error("type-mismatch",
+                  "A row's type differs from the type its function is "
+                  "declared with."),
             error("function-mapped-twice", "A function is mapped twice in one direction."),
-            warning("encoding", "Bytes that are not UTF-8: writing the file back would not "
-                                "keep them."),
-            warning("group-duplicate", "A group number is defined twice; the later row "
-                                       "replaces the earlier."),
-            warning("group-range", "A group's device map is not first-last, runs backwards or "
-                                   "leaves the bus's bool area."),
+            warning("encoding",
+                    "Bytes that are not UTF-8: writing the file back would not "
+                    "keep them."),
+            warning("group-duplicate",
+                    "A group number is defined twice; the later row "
+                    "replaces the earlier."),
+            warning("group-range",
+                    "A group's device map is not first-last, runs backwards or "
+                    "leaves the bus's bool area."),
     };
 }
 

@@ -52,7 +52,9 @@ QPair<int, int> lineAndColumn(const QByteArray &bytes, qsizetype offset)
     const QByteArray before = bytes.left(int(qBound<qsizetype>(0, offset, bytes.size())));
     const int lineStart = before.lastIndexOf('\n') + 1;
     return {1 + int(before.count('\n')),
-            1 + QString::fromUtf8(before.constData() + lineStart, before.size() - lineStart).size()};
+            1
+                    + QString::fromUtf8(before.constData() + lineStart, before.size() - lineStart)
+                              .size()};
 }
 
 // Reads a file whole, noting why when it cannot be read or is not UTF-8.

@@ -52,9 +52,9 @@ void printBuses(const QVector<ListedBus> &buses)
     for (const ListedBus &b : buses)
         rows.append({b.bus.name, b.bus.shortName, onOff(b.bus.enable),
                      b.mappable ? Fbcfg::tr("yes") : Fbcfg::tr("no")});
-    Output::table({Fbcfg::tr("NAME"), Fbcfg::tr("SHORT"), Fbcfg::tr("STATE"),
-                   Fbcfg::tr("MAPPABLE")},
-                  rows);
+    Output::table(
+            {Fbcfg::tr("NAME"), Fbcfg::tr("SHORT"), Fbcfg::tr("STATE"), Fbcfg::tr("MAPPABLE")},
+            rows);
 }
 
 const QStringList areaTypes{QStringLiteral("bool"), QStringLiteral("int"), QStringLiteral("float")};
@@ -204,15 +204,17 @@ int runBusPerformance(Session &session, const Call &call)
                 ? text.mid(2).toInt(&ok, 16)
                 : text.toInt(&ok, 10);
         if (!ok || mask < 0)
-            return usageError(call, Fbcfg::tr("--current must be a switch word of 0 or more, "
-                                              "decimal or 0x hexadecimal, not '%1'")
-                                            .arg(text));
+            return usageError(call,
+                              Fbcfg::tr("--current must be a switch word of 0 or more, "
+                                        "decimal or 0x hexadecimal, not '%1'")
+                                      .arg(text));
     }
     if (const int rc = session.open())
         return rc;
     const int index = session.manager()->getBusIndex(call.args.at(0));
     if (index < 0)
-        return unknownName(call, Fbcfg::tr("no bus %1 with a performance switch").arg(call.args.at(0)),
+        return unknownName(call,
+                           Fbcfg::tr("no bus %1 with a performance switch").arg(call.args.at(0)),
                            call.args.at(0),
                            {QStringLiteral("mtcp"), QStringLiteral("ethcat"), QStringLiteral("eip"),
                             QStringLiteral("pfn"), QStringLiteral("ecm"), QStringLiteral("dns"),

@@ -20,8 +20,9 @@ int readIgnored(const Call &call, QSet<QString> &ignored)
         known.append(kind.id);
     for (const QString &kind : call.value(QStringLiteral("ignore")).split(QLatin1Char(','))) {
         if (!known.contains(kind.trimmed()))
-            return usageError(call, Fbcfg::tr("--ignore: there is no kind '%1'; the kinds are %2")
-                                            .arg(kind, known.join(QStringLiteral(", "))));
+            return usageError(call,
+                              Fbcfg::tr("--ignore: there is no kind '%1'; the kinds are %2")
+                                      .arg(kind, known.join(QStringLiteral(", "))));
         ignored.insert(kind.trimmed());
     }
     return ExitOk;
@@ -50,24 +51,12 @@ QJsonObject findingJson(const QString &path, const CheckFinding &f)
                   {QStringLiteral("kind"), f.kind},
                   {QStringLiteral("severity"), f.severity},
                   {QStringLiteral("message"), f.message}};
-    if (f.line > 0)
-        o.insert(QStringLiteral("line"), f.line);
-    if (f.column > 0)
-        o.insert(QStringLiteral("column"), f.column);
-    if (f.direction == BusInput || f.direction == BusOutput)
-        o.insert(QStringLiteral("direction"), directionKey(BiBo(f.direction)));
-    const QPair<const char *, QString> texts[] = {
-            {"bus", f.bus}, {"module", f.module}, {"function", f.function}};
-    for (const auto &text : texts) {
-        if (!text.second.isEmpty())
-            o.insert(QLatin1String(text.first), text.second);
-    }
     // Numbers where the file holds numbers; a malformed value stays text.
-    const QPair<const char *, QString> numbers[] = {{"address", f.address}, {"group", f.group}};
-    for (const auto &number : numbers) {
-        if (!number.second.isEmpty())
-            o.insert(QLatin1String(number.first), Output::numberOrText(number.second));
-    }
+    insertPresent(o,
+                  {{{"line", f.line}, {"column", f.column}},
+                   f.direction,
+                   {{"bus", f.bus}, {"module", f.module}, {"function", f.function}},
+                   {{"address", f.address}, {"group", f.group}}});
     return o;
 }
 
@@ -77,12 +66,11 @@ QJsonObject sarifLog(const QString &controllerDir, const QVector<CheckFinding> &
     QHash<QString, int> ruleIndex;
     for (const CheckKind &kind : ConfigCheck::kinds()) {
         ruleIndex.insert(kind.id, rules.size());
-        rules.append(QJsonObject{
-                {QStringLiteral("id"), kind.id},
-                {QStringLiteral("shortDescription"),
-                 QJsonObject{{QStringLiteral("text"), kind.description}}},
-                {QStringLiteral("defaultConfiguration"),
-                 QJsonObject{{QStringLiteral("level"), kind.severity}}}});
+        rules.append(QJsonObject{{QStringLiteral("id"), kind.id},
+                                 {QStringLiteral("shortDescription"),
+                                  QJsonObject{{QStringLiteral("text"), kind.description}}},
+                                 {QStringLiteral("defaultConfiguration"),
+                                  QJsonObject{{QStringLiteral("level"), kind.severity}}}});
     }
     QJsonArray results;
     for (const CheckFinding &f : findings) {
@@ -107,14 +95,13 @@ QJsonObject sarifLog(const QString &controllerDir, const QVector<CheckFinding> &
     const QJsonObject driver{{QStringLiteral("name"), QStringLiteral("fbcfg")},
                              {QStringLiteral("version"), QCoreApplication::applicationVersion()},
                              {QStringLiteral("rules"), rules}};
-    const QString base = QUrl::fromLocalFile(QDir(controllerDir).absolutePath() + QLatin1Char('/'))
-                                 .toString();
-    const QJsonObject run{
-            {QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
-            {QStringLiteral("originalUriBaseIds"),
-             QJsonObject{{QStringLiteral("CONTROLLER"),
-                          QJsonObject{{QStringLiteral("uri"), base}}}}},
-            {QStringLiteral("results"), results}};
+    const QString base =
+            QUrl::fromLocalFile(QDir(controllerDir).absolutePath() + QLatin1Char('/')).toString();
+    const QJsonObject run{{QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
+                          {QStringLiteral("originalUriBaseIds"),
+                           QJsonObject{{QStringLiteral("CONTROLLER"),
+                                        QJsonObject{{QStringLiteral("uri"), base}}}}},
+                          {QStringLiteral("results"), results}};
     return QJsonObject{{QStringLiteral("$schema"),
                         QStringLiteral("https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/"
                                        "os/schemas/sarif-schema-2.1.0.json")},
@@ -124,10 +111,9 @@ QJsonObject sarifLog(const QString &controllerDir, const QVector<CheckFinding> &
 
 QString summary(int errors, int warnings)
 {
-    return QStringLiteral("%1, %2").arg(errors == 1 ? Fbcfg::tr("1 error")
-                                                    : Fbcfg::tr("%1 errors").arg(errors),
-                                        warnings == 1 ? Fbcfg::tr("1 warning")
-                                                      : Fbcfg::tr("%1 warnings").arg(warnings));
+    return QStringLiteral("%1, %2").arg(
+            errors == 1 ? Fbcfg::tr("1 error") : Fbcfg::tr("%1 errors").arg(errors),
+            warnings == 1 ? Fbcfg::tr("1 warning") : Fbcfg::tr("%1 warnings").arg(warnings));
 }
 
 } // namespace
@@ -143,11 +129,10 @@ int runCheck(Session &session, const Call &call)
     QVector<CheckFinding> findings = ConfigCheck::run(
             ConfigSnapshot::load(session.controllerDir(), ConfigSnapshot::ControllerLayout));
     const int before = findings.size();
-    findings.erase(std::remove_if(findings.begin(), findings.end(),
-                                  [&](const CheckFinding &f) {
-                                      return ignoredKinds.contains(f.kind);
-                                  }),
-                   findings.end());
+    findings.erase(
+            std::remove_if(findings.begin(), findings.end(),
+                           [&](const CheckFinding &f) { return ignoredKinds.contains(f.kind); }),
+            findings.end());
     const int ignored = before - findings.size();
     const int errors = ConfigCheck::errorCount(findings);
     const int warnings = findings.size() - errors;
@@ -176,8 +161,8 @@ int runCheck(Session &session, const Call &call)
     // "error" and "warning" stay English: CI problem matchers and editors read them.
     for (const CheckFinding &f : qAsConst(findings))
         Output::line(QStringLiteral("%1: %2: %3 [%4]")
-                             .arg(location(pathOf(f), f), isError(f) ? QStringLiteral("error")
-                                                                     : QStringLiteral("warning"),
+                             .arg(location(pathOf(f), f),
+                                  isError(f) ? QStringLiteral("error") : QStringLiteral("warning"),
                                   f.message, f.kind));
     QString total = findings.isEmpty() ? Fbcfg::tr("no problems found") : summary(errors, warnings);
     if (ignored > 0)

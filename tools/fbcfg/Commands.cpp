@@ -51,7 +51,8 @@ int unknownName(const Call &call, const QString &missing, const QString &name,
     QString text = missing;
     if (!closest.isEmpty())
         text += Fbcfg::tr("; did you mean %1?").arg(closest);
-    return usageError(call, Fbcfg::tr("%1 (known: %2)").arg(text, known.join(QStringLiteral(", "))));
+    return usageError(call,
+                      Fbcfg::tr("%1 (known: %2)").arg(text, known.join(QStringLiteral(", "))));
 }
 
 int refuse(const QString &why)
@@ -98,6 +99,24 @@ bool readInt(const QString &text, int *value)
 QString rowCount(int count)
 {
     return count == 1 ? Fbcfg::tr("1 row") : Fbcfg::tr("%1 rows").arg(count);
+}
+
+void insertPresent(QJsonObject &record, const JsonFields &fields)
+{
+    for (const auto &value : fields.positive) {
+        if (value.second > 0)
+            record.insert(QLatin1String(value.first), value.second);
+    }
+    if (fields.direction == BusInput || fields.direction == BusOutput)
+        record.insert(QStringLiteral("direction"), directionKey(BiBo(fields.direction)));
+    for (const auto &text : fields.texts) {
+        if (!text.second.isEmpty())
+            record.insert(QLatin1String(text.first), text.second);
+    }
+    for (const auto &number : fields.numbers) {
+        if (!number.second.isEmpty())
+            record.insert(QLatin1String(number.first), Output::numberOrText(number.second));
+    }
 }
 
 QString directionKey(BiBo dir)

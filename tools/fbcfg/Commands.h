@@ -5,6 +5,7 @@
 
 #include <QCommandLineParser>
 #include <QHash>
+#include <QJsonObject>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -60,9 +61,8 @@ int runDryRun(const Settings &settings, Handler handler, const Call &call);
 // their CSV lines, `modules` their modules, `refused` why each other row
 // (by CSV line) cannot be imported. ExitOk, or the command's end.
 int csvToMappingFile(Session &session, const Call &call, const QString &csvPath,
-                     const QString &mappingFile,
-                     QVector<SnapshotMapping> &rows, QStringList &modules,
-                     QMap<int, QString> &refused);
+                     const QString &mappingFile, QVector<SnapshotMapping> &rows,
+                     QStringList &modules, QMap<int, QString> &refused);
 
 // Finds the rows of an import file that map a function (by module and name in
 // any case) or a place (bus, type and address other than "-1") that an earlier
@@ -103,6 +103,17 @@ bool readInt(const QString &text, int *value);
 
 // "1 row", "2 rows".
 QString rowCount(int count);
+
+// Adds to a JSON record what applies: lines and columns above 0, a direction
+// that is one, texts that are not empty (as numbers where `numbers` says so).
+struct JsonFields
+{
+    QVector<QPair<const char *, int>> positive;
+    int direction = -1;
+    QVector<QPair<const char *, QString>> texts;
+    QVector<QPair<const char *, QString>> numbers;
+};
+void insertPresent(QJsonObject &record, const JsonFields &fields);
 
 // "in"/"out" for JSON, a translated word for people.
 QString directionKey(BiBo dir);

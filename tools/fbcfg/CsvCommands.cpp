@@ -30,9 +30,10 @@ int readDelimiter(const Call &call, QChar &delimiter)
     else if (text.size() == 1 && text != QLatin1String("\"") && text != QLatin1String("\n"))
         delimiter = text.at(0);
     else
-        return usageError(call, Fbcfg::tr("--delimiter must be one character such as , or ;, "
-                                          "not '%1'")
-                                        .arg(text));
+        return usageError(call,
+                          Fbcfg::tr("--delimiter must be one character such as , or ;, "
+                                    "not '%1'")
+                                  .arg(text));
     return ExitOk;
 }
 

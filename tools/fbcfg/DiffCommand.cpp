@@ -31,20 +31,15 @@ QJsonObject record(const ConfigChange &c)
                   {QStringLiteral("kind"), c.kind},
                   {QStringLiteral("sign"), QString(c.sign)},
                   {QStringLiteral("subject"), c.subject}};
-    if (c.lineBefore > 0)
-        o.insert(QStringLiteral("lineBefore"), c.lineBefore);
-    if (c.lineAfter > 0)
-        o.insert(QStringLiteral("lineAfter"), c.lineAfter);
-    if (c.direction == BusInput || c.direction == BusOutput)
-        o.insert(QStringLiteral("direction"), directionKey(BiBo(c.direction)));
-    const QPair<const char *, QString> texts[] = {
-            {"before", c.before}, {"after", c.after},       {"bus", c.bus},
-            {"module", c.module}, {"function", c.function},
-    };
-    for (const auto &text : texts) {
-        if (!text.second.isEmpty())
-            o.insert(QLatin1String(text.first), text.second);
-    }
+    insertPresent(o,
+                  {{{"lineBefore", c.lineBefore}, {"lineAfter", c.lineAfter}},
+                   c.direction,
+                   {{"before", c.before},
+                    {"after", c.after},
+                    {"bus", c.bus},
+                    {"module", c.module},
+                    {"function", c.function}},
+                   {}});
     return o;
 }
 

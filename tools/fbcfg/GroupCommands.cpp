@@ -73,15 +73,14 @@ int runGroupList(Session &session, const Call &call)
                 if (!bus.isEmpty() && g.fieldBus.compare(bus, Qt::CaseInsensitive) != 0)
                     continue;
                 const int line = lines.value(lineKey(dir, table, it.key()));
-                array.append(QJsonObject{{QStringLiteral("bus"), g.fieldBus.toLower()},
-                                         {QStringLiteral("direction"), directionKey(dir)},
-                                         {QStringLiteral("type"), g.type},
-                                         {QStringLiteral("group"), Output::numberOrText(it.key())},
-                                         {QStringLiteral("first"),
-                                          Output::numberOrText(g.deviceMapHead)},
-                                         {QStringLiteral("last"),
-                                          Output::numberOrText(g.deviceMapTail)},
-                                         {QStringLiteral("line"), line}});
+                array.append(QJsonObject{
+                        {QStringLiteral("bus"), g.fieldBus.toLower()},
+                        {QStringLiteral("direction"), directionKey(dir)},
+                        {QStringLiteral("type"), g.type},
+                        {QStringLiteral("group"), Output::numberOrText(it.key())},
+                        {QStringLiteral("first"), Output::numberOrText(g.deviceMapHead)},
+                        {QStringLiteral("last"), Output::numberOrText(g.deviceMapTail)},
+                        {QStringLiteral("line"), line}});
                 rows.append({g.fieldBus.toLower(), directionWord(dir), g.type, it.key(),
                              g.deviceMapHead, g.deviceMapTail, QString::number(line)});
             }

@@ -153,7 +153,8 @@ int runImport(Session &session, const Call &call)
     } else if (!all) {
         modules.clear();
         for (const QString &name : call.value(QStringLiteral("modules")).split(QLatin1Char(','))) {
-            const QString key = name.trimmed() == pv_layout ? pv_layout : moduleKey(m, name.trimmed());
+            const QString key =
+                    name.trimmed() == pv_layout ? pv_layout : moduleKey(m, name.trimmed());
             if (key.isEmpty())
                 return unknownName(call, Fbcfg::tr("no module %1").arg(name.trimmed()),
                                    name.trimmed(), m->getModuleList());

@@ -97,12 +97,13 @@ int findFunction(const Call &call, BusFileDataManager *m, const QString &moduleN
         names.append(f.name);
     }
     if (names.isEmpty())
-        return usageError(call, Fbcfg::tr("%1 declares no %2 functions for the fieldbus")
-                                        .arg(moduleName, directionWord(dir)));
-    return unknownName(call,
-                       Fbcfg::tr("%1 has no %2 function %3")
-                               .arg(moduleName, directionWord(dir), functionName),
-                       functionName, names);
+        return usageError(call,
+                          Fbcfg::tr("%1 declares no %2 functions for the fieldbus")
+                                  .arg(moduleName, directionWord(dir)));
+    return unknownName(
+            call,
+            Fbcfg::tr("%1 has no %2 function %3").arg(moduleName, directionWord(dir), functionName),
+            functionName, names);
 }
 
 QVector<int> rowsOf(const QVector<FuncAndMapInfo> &table, const QString &module,
@@ -245,17 +246,17 @@ int runMapList(Session &session, const Call &call)
             const SnapshotMapping *mapping = lines.value(i);
             const int line = mapping && mapping->row.name == row.name ? mapping->line : 0;
             const QString display = functionDisplay(m, row.module, row.name);
-            array.append(QJsonObject{{QStringLiteral("module"), row.module},
-                                     {QStringLiteral("function"), row.name},
-                                     {QStringLiteral("functionDisplay"), display},
-                                     {QStringLiteral("type"), row.type},
-                                     {QStringLiteral("bus"), row.fieldBus},
-                                     {QStringLiteral("direction"), directionKey(dir)},
-                                     {QStringLiteral("address"), Output::numberOrText(row.address)},
-                                     {QStringLiteral("filterTime"),
-                                      Output::numberOrText(row.filterTime)},
-                                     {QStringLiteral("invert"), Output::numberOrText(row.invert)},
-                                     {QStringLiteral("line"), line}});
+            array.append(QJsonObject{
+                    {QStringLiteral("module"), row.module},
+                    {QStringLiteral("function"), row.name},
+                    {QStringLiteral("functionDisplay"), display},
+                    {QStringLiteral("type"), row.type},
+                    {QStringLiteral("bus"), row.fieldBus},
+                    {QStringLiteral("direction"), directionKey(dir)},
+                    {QStringLiteral("address"), Output::numberOrText(row.address)},
+                    {QStringLiteral("filterTime"), Output::numberOrText(row.filterTime)},
+                    {QStringLiteral("invert"), Output::numberOrText(row.invert)},
+                    {QStringLiteral("line"), line}});
             rows.append({m->getCurLanguageModuName(row.module), display, row.type, row.fieldBus,
                          directionWord(dir), row.address, row.filterTime, row.invert,
                          QString::number(line)});
@@ -294,9 +295,10 @@ int runMapSet(Session &session, const Call &call)
     const QString filterTime = call.value(QStringLiteral("filter-time"));
     int number = 0;
     if (call.isSet(QStringLiteral("filter-time")) && (!readInt(filterTime, &number) || number < 0))
-        return usageError(call, Fbcfg::tr("--filter-time must be a whole number of 0 or more, "
-                                          "not '%1'")
-                                        .arg(filterTime));
+        return usageError(call,
+                          Fbcfg::tr("--filter-time must be a whole number of 0 or more, "
+                                    "not '%1'")
+                                  .arg(filterTime));
     const QString invert = call.value(QStringLiteral("invert"));
     if (call.isSet(QStringLiteral("invert")) && invert != QLatin1String("0")
         && invert != QLatin1String("1"))

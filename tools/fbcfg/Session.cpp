@@ -106,10 +106,10 @@ int Session::guardWrite()
     // A missing file is the fetch's to report, or one the writer makes.
     if (!QFileInfo(m_controllerDir + m_settings.writes).isFile())
         return ExitOk;
-    const QVector<CheckFinding> blockers = ConfigCheck::writeBlockers(
-            ConfigCheck::run(
-                    ConfigSnapshot::load(m_controllerDir, ConfigSnapshot::ControllerLayout)),
-            m_settings.writes);
+    const QVector<CheckFinding> blockers =
+            ConfigCheck::writeBlockers(ConfigCheck::run(ConfigSnapshot::load(
+                                               m_controllerDir, ConfigSnapshot::ControllerLayout)),
+                                       m_settings.writes);
     if (blockers.isEmpty())
         return ExitOk;
     for (const CheckFinding &f : blockers) {
@@ -420,11 +420,10 @@ int Session::fetch(Files files)
                                    fileName(step.rdeFilePath), optional))
             return rc;
         if (step.file == Functions) {
-            if (const int rc =
-                        request(++done, steps, funcListKey,
-                                Fbcfg::tr("the function lists named in %1")
-                                        .arg(shownFilePath(RDE_FUNC_INFO_XML)),
-                                Fbcfg::tr("function lists"), false))
+            if (const int rc = request(++done, steps, funcListKey,
+                                       Fbcfg::tr("the function lists named in %1")
+                                               .arg(shownFilePath(RDE_FUNC_INFO_XML)),
+                                       Fbcfg::tr("function lists"), false))
                 return rc;
         }
     }

@@ -548,7 +548,7 @@ int settle(const Call &call, const CommandInfo &c, Settings &settings)
     const QString format = parser.isSet(QStringLiteral("format"))
             ? parser.value(QStringLiteral("format"))
             : parser.isSet(QStringLiteral("json")) ? QStringLiteral("json")
-                                                    : QStringLiteral("text");
+                                                   : QStringLiteral("text");
     if (format != QLatin1String("text") && format != QLatin1String("json")
         && format != QLatin1String("sarif"))
         return usageError(call,
