@@ -173,11 +173,8 @@ int runBusSwitch(Session &session, const Call &call)
 
     found->enable = enable;
     m->setBusInfo(all);
-    if (!m->writeSendFieldbusXml()) {
-        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_FIELDBUS_XML));
-        return ExitFailure;
-    }
-    if (const int rc = session.waitSent(RDE_FIELDBUS_XML))
+    if (const int rc =
+                session.writeAndSend(RDE_FIELDBUS_XML, [m] { return m->writeSendFieldbusXml(); }))
         return rc;
     Output::line(Fbcfg::tr("%1 switched %2").arg(title, onOff(enable)));
     if (!enable && stillMapped > 0)

@@ -96,11 +96,9 @@ int runDescribeSet(Session &session, const Call &call)
         descriptions.remove(key);
     else
         descriptions.insert(key, text);
-    if (!m->writeUserDesXml(TPU_USER_DES_XML, descriptions)) {
-        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_USER_DES_XML));
-        return ExitFailure;
-    }
-    if (const int rc = session.waitSent(RDE_USER_DES_XML))
+    if (const int rc = session.writeAndSend(RDE_USER_DES_XML, [&] {
+            return m->writeUserDesXml(TPU_USER_DES_XML, descriptions);
+        }))
         return rc;
     const auto quoted = [](const QString &s) {
         return s.isEmpty() ? Fbcfg::tr("(none)") : QStringLiteral("\"%1\"").arg(s);

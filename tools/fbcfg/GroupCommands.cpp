@@ -194,12 +194,9 @@ int runGroupSet(Session &session, const Call &call)
         return ExitOk;
     }
     m->setGroupInfo(group, type, dir);
-    if (!m->writeSendGroupCfg()) {
-        m->updateGroupData(false);
-        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_GROUP_CFG));
-        return ExitFailure;
-    }
-    if (const int rc = session.waitSent(RDE_GROUP_CFG))
+    if (const int rc = session.writeAndSend(
+                RDE_GROUP_CFG, [m] { return m->writeSendGroupCfg(); },
+                [m] { m->updateGroupData(false); }))
         return rc;
     Output::line(QStringLiteral("%1: %2 -> %3")
                          .arg(heading, table.contains(numberText) ? span(old) : Fbcfg::tr("new"),
@@ -254,12 +251,9 @@ int runGroupDelete(Session &session, const Call &call)
     deletion.address = key;
     deletion.deviceMapHead = QStringLiteral("-1"); // the deletion mark
     m->setGroupInfo(deletion, type, dir);
-    if (!m->writeSendGroupCfg()) {
-        m->updateGroupData(false);
-        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_GROUP_CFG));
-        return ExitFailure;
-    }
-    if (const int rc = session.waitSent(RDE_GROUP_CFG))
+    if (const int rc = session.writeAndSend(
+                RDE_GROUP_CFG, [m] { return m->writeSendGroupCfg(); },
+                [m] { m->updateGroupData(false); }))
         return rc;
     Output::line(Fbcfg::tr("%1 (%2) deleted").arg(heading, span(group)));
     return ExitOk;

@@ -372,12 +372,10 @@ int runMapSet(Session &session, const Call &call)
     }
     if (!applyExactly(m, edits, dir, expected))
         return refuseAmbiguous(m, table, f.module, f.declared.name, bus);
-    if (!m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG)) {
-        m->updateMapData(false);
-        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_SIGNAL_MAP_CFG));
-        return ExitFailure;
-    }
-    if (const int rc = session.waitSent(RDE_SIGNAL_MAP_CFG))
+    if (const int rc = session.writeAndSend(
+                RDE_SIGNAL_MAP_CFG,
+                [m] { return m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG); },
+                [m] { m->updateMapData(false); }))
         return rc;
     Output::line(QStringLiteral("%1: %2 -> %3").arg(heading, places(table, present), place(row)));
     return ExitOk;
@@ -420,12 +418,10 @@ int runMapUnset(Session &session, const Call &call)
     takeOut(table, present, without, removals);
     if (!applyExactly(m, removals, dir, without))
         return refuseAmbiguous(m, table, module, name, removals.constFirst().fieldBus);
-    if (!m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG)) {
-        m->updateMapData(false);
-        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(RDE_SIGNAL_MAP_CFG));
-        return ExitFailure;
-    }
-    if (const int rc = session.waitSent(RDE_SIGNAL_MAP_CFG))
+    if (const int rc = session.writeAndSend(
+                RDE_SIGNAL_MAP_CFG,
+                [m] { return m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG); },
+                [m] { m->updateMapData(false); }))
         return rc;
     Output::line(QStringLiteral("%1: %2 -> %3")
                          .arg(title(m, module, name, table.at(present.constFirst()).type, dir),

@@ -446,3 +446,15 @@ int Session::waitSent(const QString &rdeFilePath)
     }
     return ExitOk;
 }
+
+int Session::writeAndSend(const QString &rdeFilePath, const std::function<bool()> &write,
+                          const std::function<void()> &undo)
+{
+    if (!write()) {
+        if (undo)
+            undo();
+        Output::error(Fbcfg::tr("cannot write the local copy of %1").arg(rdeFilePath));
+        return ExitFailure;
+    }
+    return waitSent(rdeFilePath);
+}

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -67,6 +68,11 @@ public:
     int fetch(Files files);
     // Waits for the answer to a send of the file with this controller path.
     int waitSent(const QString &rdeFilePath);
+    // Writes the file with this controller path through the library and waits
+    // for the answer of its send. `write` is false when the local copy cannot
+    // be written; `undo` then drops the edits that were to be written.
+    int writeAndSend(const QString &rdeFilePath, const std::function<bool()> &write,
+                     const std::function<void()> &undo = {});
 
     BusFileDataManager *manager() const { return m_manager; }
     QString controllerDir() const { return m_controllerDir; }
