@@ -1,6 +1,7 @@
 #include "MappingScreen.h"
 
 #include <fieldbusconfig/ConfigSnapshot.h>
+#include <fieldbusconfig/FieldbusNames.h>
 #include <fieldbusconfig/PendantSim.h>
 #include <fieldbusconfig/ProgressBarWidget.h>
 #include <fieldbusconfig/platform/MsgBox.h>
@@ -29,7 +30,6 @@
 namespace {
 
 const QString ok = QStringLiteral("ok");
-const QString groupPrefix = QStringLiteral("group_");
 const QString funcListKey = QStringLiteral("funcList");
 const QString groupTypes[] = {QStringLiteral("int"), QStringLiteral("float"),
                               QStringLiteral("string")};
@@ -47,7 +47,7 @@ const QStringList &startFiles()
 
 bool isGroupRow(const FuncAndMapInfo &row)
 {
-    return row.fieldBus.startsWith(groupPrefix);
+    return fieldbusnames::isGroupKey(row.fieldBus);
 }
 
 QTableWidgetItem *cell(const QString &text, bool editable = false)
@@ -328,8 +328,9 @@ void MappingScreen::onFileNotify(FileHandle handle, const QString &fileKey, bool
             // The edits stay in the working copy, so that Save can be tried again.
             const QString text = tr("Failed to send %1 to the controller!").arg(fileKey);
             setStatus(text, true);
-            MsgBox box(2, text, 1, true, false, 0, false, false, QStringLiteral("unchanged"),
-                       QStringLiteral("unchanged"), QStringLiteral("unchanged"));
+            MsgBox box(ErrorMessage, text, OkButton, true, false, 0, false, false,
+                       QStringLiteral("unchanged"), QStringLiteral("unchanged"),
+                       QStringLiteral("unchanged"));
             return;
         }
         // The manager has committed the edits: the tables are the controller's file now.
@@ -429,7 +430,7 @@ void MappingScreen::showMapping(BiBo dir)
     m->getBusSignalMap(dir, all);
     page.rows.clear();
     for (const FuncAndMapInfo &row : qAsConst(all)) {
-        if (!bus.isEmpty() && (row.fieldBus == bus || row.fieldBus == groupPrefix + bus))
+        if (!bus.isEmpty() && fieldbusnames::busOfKey(row.fieldBus) == bus)
             page.rows.append(row);
     }
     // The bus's own addresses first, then its groups, each by number; rows
@@ -671,8 +672,9 @@ void MappingScreen::save()
     if (!refusal.isEmpty()) {
         m_saveLock.reset();
         setStatus(refusal, true);
-        MsgBox box(2, refusal, 1, true, false, 0, false, false, QStringLiteral("unchanged"),
-                   QStringLiteral("unchanged"), QStringLiteral("unchanged"));
+        MsgBox box(ErrorMessage, refusal, OkButton, true, false, 0, false, false,
+                   QStringLiteral("unchanged"), QStringLiteral("unchanged"),
+                   QStringLiteral("unchanged"));
         return;
     }
     if (!m->writeSendSignalMapCfg(TPU_SIGNAL_MAP_CFG, RDE_SIGNAL_MAP_CFG)) {
@@ -768,8 +770,7 @@ void MappingScreen::findingSelected(QTreeWidgetItem *item)
         return;
     const CheckFinding &f = m_findings.at(item->data(0, Qt::UserRole).toInt());
     QString bus = f.bus.toLower();
-    if (bus.startsWith(groupPrefix))
-        bus = bus.mid(groupPrefix.size());
+    bus = fieldbusnames::busOfKey(bus);
     if (bus.isEmpty())
         return;
     const QList<QTreeWidgetItem *> buses = m_busList->findItems(bus, Qt::MatchFixedString, 1);

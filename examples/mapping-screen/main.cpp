@@ -3,6 +3,7 @@
 #include "MappingScreen.h"
 #include "Workspace.h"
 
+#include <fieldbusconfig/FieldbusNames.h>
 #include <fieldbusconfig/PendantSim.h>
 
 #include <QApplication>
@@ -14,14 +15,13 @@
 
 namespace {
 
-// The platform's message box, drawn with Qt's: type 2 is an error, 1 a warning,
-// buttons 3 a yes/no question.
+// The platform's message box, drawn with Qt's.
 int showBox(const pendantsim::ShownMessage &message)
 {
-    const QMessageBox::Icon icon = message.type == 2 ? QMessageBox::Critical
-            : message.type == 1                      ? QMessageBox::Warning
-                                                     : QMessageBox::Information;
-    const QMessageBox::StandardButtons buttons = message.buttons == 3
+    const QMessageBox::Icon icon = message.type == ErrorMessage ? QMessageBox::Critical
+            : message.type == WarningMessage                    ? QMessageBox::Warning
+                                                                : QMessageBox::Information;
+    const QMessageBox::StandardButtons buttons = message.buttons == YesNoButtons
             ? QMessageBox::Yes | QMessageBox::No
             : QMessageBox::StandardButtons(QMessageBox::Ok);
     QMessageBox box(icon, QApplication::applicationDisplayName(), message.text, buttons,

@@ -13,7 +13,6 @@
 
 namespace {
 
-const QString &groupPrefix = fieldbusnames::groupPrefix;
 const QString errorSeverity = QStringLiteral("error");
 const QString warningSeverity = QStringLiteral("warning");
 
@@ -386,8 +385,8 @@ private:
             byFunction.add({m.row.module, m.row.name, m.direction}, i);
 
             const QString &key = m.row.fieldBus;
-            const bool isGroupRow = key.startsWith(groupPrefix);
-            const QString bus = isGroupRow ? key.mid(groupPrefix.size()) : key;
+            const bool isGroupRow = fieldbusnames::isGroupKey(key);
+            const QString bus = fieldbusnames::busOfKey(key);
             if (!known.contains(bus)) {
                 addMapping(m, "bus-unknown",
                            ConfigCheck::tr("bus '%1' is not listed in fieldbus.xml").arg(key));

@@ -2,6 +2,7 @@
 
 #include "BusFileDataManager.h"
 #include "ConfigFileIo.h"
+#include "FieldbusNames.h"
 #include "FileFormats.h"
 #include "FunctionListXml.h"
 
@@ -37,8 +38,8 @@ QString missingKeyword(const configio::LineWords &words, const QString (&keyword
 void readMappings(const QByteArray &bytes, QVector<SnapshotMapping> &rows)
 {
     configio::ColumnTexts texts;
-    configio::readSectionRows(configio::decodeLineFile(bytes), QStringLiteral("#System_Input:"),
-                              QStringLiteral("#System_Output:"),
+    configio::readSectionRows(configio::decodeLineFile(bytes), fieldbusnames::systemInputMarker,
+                              fieldbusnames::systemOutputMarker,
                               [&rows, &texts](BiBo dir, QStringView row, int line) {
                                   const configio::LineWords words(row);
                                   rows.append({signalmapfile::parseRow(words, texts), dir, line,
@@ -179,8 +180,8 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
 
     if (readBytes(s.fixedFilePath(RDE_GROUP_CFG), RDE_GROUP_CFG, bytes, s.problems)) {
         configio::ColumnTexts texts;
-        configio::readSectionRows(configio::decodeLineFile(bytes), QStringLiteral("#Group_Input:"),
-                                  QStringLiteral("#Group_Output:"),
+        configio::readSectionRows(configio::decodeLineFile(bytes), fieldbusnames::groupInputMarker,
+                                  fieldbusnames::groupOutputMarker,
                                   [&s, &texts](BiBo dir, QStringView row, int line) {
                                       const configio::LineWords words(row);
                                       s.groups.append({groupfile::parseRow(words, texts), dir, line,

@@ -170,7 +170,7 @@ void parse(const pugi::xml_document &doc, QHash<QString, BusAddrNumInfo> &areas)
 int busNum(const QHash<QString, BusAddrNumInfo> &areas, const QString &bus, BiBo dir,
            const QString &type)
 {
-    if (bus.contains(QLatin1String("group"), Qt::CaseInsensitive)) {
+    if (fieldbusnames::mentionsGroup(bus, Qt::CaseInsensitive)) {
         if (type.contains(QLatin1String("int"), Qt::CaseInsensitive))
             return 256;
         if (type.contains(QLatin1String("float"), Qt::CaseInsensitive))

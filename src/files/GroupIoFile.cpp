@@ -1,6 +1,7 @@
 #include "BusFileDataManager.h"
 
 #include "ConfigFileIo.h"
+#include "FieldbusNames.h"
 #include "FileFormats.h"
 #include "ValidationIndex.h"
 
@@ -9,8 +10,8 @@
 namespace {
 
 const QString groupTitle = QStringLiteral("$$ Configuration file with group signals");
-const QString groupInputMarker = QStringLiteral("#Group_Input:");
-const QString groupOutputMarker = QStringLiteral("#Group_Output:");
+using fieldbusnames::groupInputMarker;
+using fieldbusnames::groupOutputMarker;
 constexpr int groupColumnWidth = 16;
 constexpr int groupTypeCount = 3;
 

@@ -11,8 +11,8 @@
 namespace {
 
 const QString signalMapTitle = QStringLiteral("$$ Configuration file with fieldbus signals");
-const QString systemInputMarker = QStringLiteral("#System_Input:");
-const QString systemOutputMarker = QStringLiteral("#System_Output:");
+using fieldbusnames::systemInputMarker;
+using fieldbusnames::systemOutputMarker;
 
 // Width kinds of insertSignalMapCfg.
 enum SignalMapWidth { NameWidth = 1, ShortWidth = 2, WideWidth = 0 };
@@ -136,9 +136,7 @@ void BusFileDataManager::parseSignalMapByBus(const QVector<FuncAndMapInfo> &list
 
 bool BusFileDataManager::isBusKey(const QString &bus) const
 {
-    const QString &prefix = fieldbusnames::groupPrefix;
-    return busShortNames.contains(bus)
-            || (bus.startsWith(prefix) && busShortNames.contains(bus.mid(prefix.size())));
+    return busShortNames.contains(fieldbusnames::busOfKey(bus));
 }
 
 QString BusFileDataManager::insertSignalMapCfg(QString value, int widthKind)

@@ -1,6 +1,7 @@
 #pragma once
 
-// Names and numbers the formats and rules share.
+// The words the configuration files, the library, its tools and screens
+// share: one definition each, so that none of them spells its own.
 
 #include <QString>
 
@@ -13,6 +14,31 @@ inline QString groupKey(const QString &bus)
 {
     return groupPrefix + bus;
 }
+
+// Whether a mapping row's bus key is that of a group ("group_mtcp").
+inline bool isGroupKey(const QString &key)
+{
+    return key.startsWith(groupPrefix);
+}
+
+// The bus of a key: "mtcp" for "group_mtcp" and for "mtcp".
+inline QString busOfKey(const QString &key)
+{
+    return isGroupKey(key) ? key.mid(groupPrefix.size()) : key;
+}
+
+// The looser test the pendant's validators, area counts and import apply to a
+// bus name: "group" anywhere in it.
+inline bool mentionsGroup(const QString &name, Qt::CaseSensitivity cs)
+{
+    return name.contains(QLatin1String("group"), cs);
+}
+
+// The section markers of the two line files.
+inline const QString systemInputMarker = QStringLiteral("#System_Input:");
+inline const QString systemOutputMarker = QStringLiteral("#System_Output:");
+inline const QString groupInputMarker = QStringLiteral("#Group_Input:");
+inline const QString groupOutputMarker = QStringLiteral("#Group_Output:");
 
 // The type of a single-bit signal, as the formats and the import test it.
 inline bool isBoolType(const QString &type)
@@ -31,3 +57,8 @@ constexpr int englishLanguageId = 2;
 constexpr int chineseLanguageId = 3;
 
 } // namespace fieldbusnames
+
+// The pendant's message-box kinds and button sets (the `type` and `buttons`
+// of a MsgBox).
+enum MessageKind : int { InfoMessage = 0, WarningMessage = 1, ErrorMessage = 2 };
+enum MessageButtons : int { OkButton = 1, YesNoButtons = 3 };

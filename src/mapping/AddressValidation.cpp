@@ -98,7 +98,7 @@ QString BusFileDataManager::isAddressGroupValid(const QString &bus, BiBo dir,
     const AddressRange bounds = parseRange(range);
 
     QString busName = bus;
-    if (bus.contains(QLatin1String("group"), Qt::CaseInsensitive)) {
+    if (fieldbusnames::mentionsGroup(bus, Qt::CaseInsensitive)) {
         const QStringList parts = bus.split(QLatin1Char('-'));
         if (parts.size() > 1)
             busName = parts.at(1);

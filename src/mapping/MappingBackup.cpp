@@ -2,6 +2,7 @@
 #include "Logging.h"
 
 #include "ConfigFileIo.h"
+#include "FieldbusNames.h"
 #include "DataAccess.h"
 
 #include <QFile>
@@ -17,8 +18,8 @@ void BusFileDataManager::parseImportMapFile(const QString &text, const QStringLi
     imModuleList = modules;
     imBusMap[BusInput].clear();
     imBusMap[BusOutput].clear();
-    configio::readSectionRows(text, QStringLiteral("#System_Input:"),
-                              QStringLiteral("#System_Output:"),
+    configio::readSectionRows(text, fieldbusnames::systemInputMarker,
+                              fieldbusnames::systemOutputMarker,
                               [this](BiBo dir, QStringView row, int) {
                                   getImBusMapInfo(row.toString(), imBusMap[dir]);
                               });

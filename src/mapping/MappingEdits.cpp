@@ -40,7 +40,7 @@ QStringList BusFileDataManager::getListKey(QVector<FuncAndMapInfo> &rows)
         QString busPart;
         if (knownModules.contains(row.module)) {
             busPart = row.fieldBus;
-            if (row.fieldBus.contains(QLatin1String("group"), Qt::CaseInsensitive)) {
+            if (fieldbusnames::mentionsGroup(row.fieldBus, Qt::CaseInsensitive)) {
                 const QStringList parts = row.fieldBus.split(QLatin1Char('_'));
                 if (parts.size() > 1)
                     busPart = parts.at(1);

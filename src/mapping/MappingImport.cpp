@@ -115,7 +115,7 @@ void BusFileDataManager::delNonExistBusType(QMap<QString, QVector<FuncAndMapInfo
 void BusFileDataManager::delOutOfRangeAddrs(BiBo dir, QMap<QString, QVector<FuncAndMapInfo>> &map)
 {
     for (auto it = map.begin(); it != map.end(); ++it) {
-        if (it.key().contains(QLatin1String("group")))
+        if (fieldbusnames::mentionsGroup(it.key(), Qt::CaseSensitive))
             continue;
         dropRows(it.value(), [&](const FuncAndMapInfo &row) {
             const int size = getBusNum(it.key(), dir, row.type);
@@ -129,7 +129,7 @@ void BusFileDataManager::delNonExistBusGroupId(BiBo dir,
                                                QMap<QString, QVector<FuncAndMapInfo>> &map)
 {
     for (auto it = map.begin(); it != map.end(); ++it) {
-        if (!it.key().contains(QLatin1String("group")))
+        if (!fieldbusnames::mentionsGroup(it.key(), Qt::CaseSensitive))
             continue;
         dropRows(it.value(), [&](const FuncAndMapInfo &row) {
             return !isOk(
@@ -146,7 +146,7 @@ void BusFileDataManager::delConflictBusGroupAddr(BiBo dir,
     // "no" names no group, so no group is skipped as the one being edited.
     static const QString noGroup = QStringLiteral("no");
     for (auto it = map.begin(); it != map.end(); ++it) {
-        if (it.key().contains(QLatin1String("group")))
+        if (fieldbusnames::mentionsGroup(it.key(), Qt::CaseSensitive))
             continue;
         dropRows(it.value(), [&](const FuncAndMapInfo &row) {
             if (!fieldbusnames::isBoolType(row.type))

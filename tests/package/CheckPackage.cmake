@@ -18,7 +18,8 @@ set(expected
     fieldbusconfig/BusFileDataManager.h fieldbusconfig/BusObserver.h fieldbusconfig/ConfigCheck.h
     fieldbusconfig/ConfigDiff.h
     fieldbusconfig/ConfigSnapshot.h fieldbusconfig/FieldbusConfigGlobal.h
-    fieldbusconfig/FieldbusConfigVersion.h fieldbusconfig/FieldbusPaths.h
+    fieldbusconfig/FieldbusConfigVersion.h fieldbusconfig/FieldbusNames.h
+    fieldbusconfig/FieldbusPaths.h
     fieldbusconfig/FieldbusTypes.h fieldbusconfig/PendantSim.h fieldbusconfig/ProgressBarWidget.h
     fieldbusconfig/platform/DataAccess.h fieldbusconfig/platform/FlashFileClient.h
     fieldbusconfig/platform/MsgBox.h fieldbusconfig/platform/RbxInterface.h

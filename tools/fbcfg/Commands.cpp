@@ -216,7 +216,7 @@ QString moduleKey(BusFileDataManager *manager, const QString &name)
 
 QString functionDisplay(BusFileDataManager *manager, const QString &module, const QString &name)
 {
-    if (manager->getLanguageType() != 3)
+    if (manager->getLanguageType() != fieldbusnames::chineseLanguageId)
         return name;
     QString chinese = manager->getFuncNameCn(module, name);
     chinese.chop(1); // the trailing "," that joins lists of names

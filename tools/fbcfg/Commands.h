@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fieldbusconfig/ConfigSnapshot.h>
+#include <fieldbusconfig/FieldbusNames.h>
 #include <fieldbusconfig/FieldbusTypes.h>
 
 #include <QCommandLineParser>

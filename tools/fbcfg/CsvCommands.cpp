@@ -207,8 +207,8 @@ int csvToMappingFile(Session &session, const Call &call, const QString &csvPath,
             modules.append(row.module);
     }
     QSaveFile out(mappingFile);
-    const QByteArray text =
-            "#System_Input:\n" + sections[BusInput] + "\n#System_Output:\n" + sections[BusOutput];
+    const QByteArray text = fieldbusnames::systemInputMarker.toUtf8() + '\n' + sections[BusInput]
+            + '\n' + fieldbusnames::systemOutputMarker.toUtf8() + '\n' + sections[BusOutput];
     if (!out.open(QIODevice::WriteOnly) || out.write(text) != text.size() || !out.commit()
         || !ConfigSnapshot::readMappingFile(mappingFile, rows)
         || rows.size() != lines[BusInput].size() + lines[BusOutput].size()) {

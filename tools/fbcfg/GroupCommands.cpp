@@ -130,7 +130,7 @@ int runGroupSet(Session &session, const Call &call)
 
     const QString numberText = QString::number(number);
     const QString dirWord = directionWord(dir);
-    const int groupCount = m->getBusNum(QStringLiteral("group_") + bus, dir, type);
+    const int groupCount = m->getBusNum(fieldbusnames::groupKey(bus), dir, type);
     if (number < 0 || number >= groupCount)
         return refuse(Fbcfg::tr("group %1 is beyond the %2 %3 %4 groups of %5 (0-%6)")
                               .arg(number)
@@ -239,7 +239,7 @@ int runGroupDelete(Session &session, const Call &call)
     m->getBusSignalMap(dir, table);
     QStringList users;
     for (const FuncAndMapInfo &row : qAsConst(table)) {
-        if (row.fieldBus == QStringLiteral("group_") + bus && row.address.toInt() == number
+        if (row.fieldBus == fieldbusnames::groupKey(bus) && row.address.toInt() == number
             && row.type.compare(type, Qt::CaseInsensitive) == 0)
             users.append(QStringLiteral("%1 %2").arg(row.module, row.name));
     }

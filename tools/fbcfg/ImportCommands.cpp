@@ -24,8 +24,8 @@ QString dropReason(BusFileDataManager *m, BiBo dir, const FuncAndMapInfo &row)
 {
     const QString &key = row.fieldBus;
     const QStringList on = signalBuses(m);
-    const bool isGroup = key.startsWith(QLatin1String("group_"));
-    const QString bus = isGroup ? key.mid(6) : key;
+    const bool isGroup = fieldbusnames::isGroupKey(key);
+    const QString bus = fieldbusnames::busOfKey(key);
     if (!on.contains(bus))
         return Fbcfg::tr("bus %1 is not switched on").arg(bus);
     const int address = row.address.toInt();

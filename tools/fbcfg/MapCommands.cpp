@@ -8,13 +8,10 @@
 
 namespace {
 
-const QString groupPrefix = QStringLiteral("group_");
-
 // The part of a bus key by which the mapping table tells rows apart.
 QString busPart(const QString &fieldBus)
 {
-    const QString bus = fieldBus.toLower();
-    return bus.startsWith(groupPrefix) ? bus.mid(groupPrefix.size()) : bus;
+    return fieldbusnames::busOfKey(fieldBus.toLower());
 }
 
 QString place(const FuncAndMapInfo &row)
@@ -150,8 +147,8 @@ QString addressProblem(BusFileDataManager *m, BiBo dir, const QString &type, con
         return QString();
     };
 
-    if (bus.startsWith(groupPrefix)) {
-        const QString base = bus.mid(groupPrefix.size());
+    if (fieldbusnames::isGroupKey(bus)) {
+        const QString base = fieldbusnames::busOfKey(bus);
         if (m->isGroupIdExist(bus, dir, type, address, false) != QLatin1String("ok"))
             return Fbcfg::tr("there is no %1 %2 group %3 on %4")
                     .arg(type, dirWord)

@@ -3,6 +3,7 @@
 #include "Output.h"
 #include <fieldbusconfig/ConfigCheck.h>
 #include <fieldbusconfig/ConfigSnapshot.h>
+#include <fieldbusconfig/FieldbusNames.h>
 #include <fieldbusconfig/PendantSim.h>
 
 #include <QDir>
@@ -199,7 +200,8 @@ int Session::open()
 
     pendantsim::setControllerRoot(m_controllerDir);
     // The manager takes the language once, when it is made.
-    pendantsim::setLanguageId(m_settings.chinese ? 3 : 2);
+    pendantsim::setLanguageId(m_settings.chinese ? fieldbusnames::chineseLanguageId
+                                                 : fieldbusnames::englishLanguageId);
     pendantsim::setMsgBoxHandler([this](const pendantsim::ShownMessage &message) {
         return answerBox(message.type, message.text, message.buttons);
     });
@@ -287,9 +289,9 @@ int Session::answerBox(int type, const QString &text, int buttons)
 {
     // "warning:" and "question:" stay untranslated: scripts look for them.
     const QString shown = Output::folded(text);
-    if (buttons != 3) {
+    if (buttons != YesNoButtons) {
         Output::note(QStringLiteral("warning: ") + shown);
-        if (type == 2)
+        if (type == ErrorMessage)
             m_errorBoxes.append(shown);
         return MsgBox::Yes;
     }
