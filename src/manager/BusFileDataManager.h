@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BusObserver.h"
+#include "EditVerdict.h"
 #include "FieldbusPaths.h"
 #include "FieldbusTypes.h"
 #include "platform/MsgBox.h"
@@ -147,6 +148,17 @@ public:
     QString isConflict(const QString &bus, const QString &module, const QString &funcKey, int);
     int getBusNum(const QString &bus, BiBo dir, QString type);
     static bool checkIPv4Format(QString text);
+
+    // ---- verdicts of edits: may it be made, and if not, why ----
+    // Each runs the pendant's edit checks (which show their own message boxes),
+    // then the names, then the validators in the screens' order, on the working
+    // tables. A function's own present row does not count against it.
+    EditVerdict canMapFunction(const QString &module, const QString &function, BiBo dir,
+                               const QString &bus, const QString &address);
+    EditVerdict canUnmapFunction(const QString &module, const QString &function, BiBo dir);
+    EditVerdict canSetGroup(const QString &bus, BiBo dir, const QString &type, int number,
+                            int first, int last);
+    EditVerdict canDeleteGroup(const QString &bus, BiBo dir, const QString &type, int number);
 
     // ---- mapping queries and edits ----
     QVector<FuncAndMapInfo> getMapInfoList(const QString &bus, BiBo dir);
@@ -297,6 +309,15 @@ private:
 
     // ---- validation ----
     static int powerOfTwo(int value);
+    // The first row of the table at `address` whose type holds `type`, other
+    // than the rows of the excepted function; null for none.
+    const FuncAndMapInfo *occupyingRow(int index, const QString &bus, const QString &type,
+                                       int address, const QString &exceptModule,
+                                       const QString &exceptName);
+    // The English key of a module named in either language; empty when unknown.
+    QString moduleKeyOf(const QString &name);
+    // Whether the edit checks allow an edit; the verdict that says not, else Allowed.
+    EditVerdict editAllowedVerdict();
     // The signals of `bus` in mapList[index] as the validators look them up;
     // null when the bus has none.
     const validation::BusSignals *indexedSignals(int index, const QString &bus);

@@ -60,24 +60,34 @@ const validation::BusSignals *BusFileDataManager::indexedSignals(int index, cons
     return isBusKey(bus) ? mappingIndex(index).bus(bus) : nullptr;
 }
 
-QString BusFileDataManager::isAddressValid(const QString &bus, BiBo dir, QString type, int address)
+const FuncAndMapInfo *BusFileDataManager::occupyingRow(int index, const QString &bus,
+                                                       const QString &type, int address,
+                                                       const QString &exceptModule,
+                                                       const QString &exceptName)
 {
-    if (address == -1)
-        return okText;
-    const int index = mapIndex(dir);
     const validation::BusSignals *rows = indexedSignals(index, bus);
     if (!rows)
-        return okText;
+        return nullptr;
     // The rows at the address, in table order.
     const auto at = std::equal_range(
             rows->byAddress.cbegin(), rows->byAddress.cend(), std::pair(address, 0),
             [](const auto &a, const auto &b) { return a.first < b.first; });
     for (auto it = at.first; it != at.second; ++it) {
         const FuncAndMapInfo &row = indexes->mappings[index].row(it->second);
-        if (row.type.contains(type, Qt::CaseInsensitive))
-            return getCurLanguageModuName(row.module);
+        if (row.type.contains(type, Qt::CaseInsensitive)
+            && (row.module != exceptModule || row.name != exceptName))
+            return &row;
     }
-    return okText;
+    return nullptr;
+}
+
+QString BusFileDataManager::isAddressValid(const QString &bus, BiBo dir, QString type, int address)
+{
+    if (address == -1)
+        return okText;
+    const FuncAndMapInfo *row =
+            occupyingRow(mapIndex(dir), bus, type, address, QString(), QString());
+    return row ? getCurLanguageModuName(row->module) : okText;
 }
 
 QString BusFileDataManager::isGroupAddrValid(const QString &bus, BiBo dir, QString range)

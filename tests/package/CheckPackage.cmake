@@ -17,7 +17,7 @@ list(SORT installed)
 set(expected
     fieldbusconfig/BusFileDataManager.h fieldbusconfig/BusObserver.h fieldbusconfig/ConfigCheck.h
     fieldbusconfig/ConfigDiff.h
-    fieldbusconfig/ConfigSnapshot.h fieldbusconfig/FieldbusConfigGlobal.h
+    fieldbusconfig/ConfigSnapshot.h fieldbusconfig/EditVerdict.h fieldbusconfig/FieldbusConfigGlobal.h
     fieldbusconfig/FieldbusConfigVersion.h fieldbusconfig/FieldbusNames.h
     fieldbusconfig/FieldbusPaths.h
     fieldbusconfig/FieldbusTypes.h fieldbusconfig/PendantSim.h fieldbusconfig/ProgressBarWidget.h
