@@ -363,6 +363,89 @@ private slots:
             QCOMPARE(m.conflictDatas, expected);
         }
     }
+
+    // The verdict of mapping a function agrees with the validators the
+    // screens ask in turn, on random tables and edits; the holder and group
+    // it names are the validators' answers.
+    void verdictsAgree()
+    {
+        QRandomGenerator random(11);
+        QSet<int> seen;
+        const QStringList types{"bool", "int"};
+        const QStringList groupTypes{"int", "float", "string"};
+        for (int round = 0; round < 200; ++round) {
+            std::unique_ptr<BusFileDataManager> m(new BusFileDataManager());
+            m->busShortNames = QStringList{"mtcp"};
+            m->busList = {{"ModbusTcpSlave", "mtcp", true}};
+            m->moduleNameMap = {{"Weld", "焊接"}};
+            BusAddrNumInfo areas;
+            areas.variableLength[0] = 16; // bool inputs
+            areas.variableLength[3] = int(random.bounded(5)); // int inputs
+            m->busAddrNumInfo.insert("ModbusUser", areas);
+            QVector<FuncAndMapInfo> declared;
+            for (int i = 0; i < 12; ++i) {
+                const QString type = types.at(random.bounded(2));
+                declared.append(row(QStringLiteral("Weld/f%1@=-1:%2").arg(i).arg(type)));
+                if (random.bounded(3) > 0)
+                    m->mapList[0].append(row(QStringLiteral("Weld/f%1@%2=%3:%4")
+                                                     .arg(i)
+                                                     .arg(random.bounded(4) ? "mtcp" : "group_mtcp")
+                                                     .arg(random.bounded(18) - 1)
+                                                     .arg(type)));
+            }
+            m->funcListMap.insert("Weld", {declared, {}});
+            for (int g = random.bounded(4); g > 0; --g) {
+                const QString type = groupTypes.at(random.bounded(3));
+                const int first = random.bounded(16);
+                m->setGroupInfo({type, QString::number(g), "mtcp", QString::number(first),
+                                 QString::number(qMin(15, first + random.bounded(4)))},
+                                type, BusInput);
+            }
+            // Functions not mapped yet, so that no row of their own is in the way.
+            const FuncAndMapInfo &f = declared.at(random.bounded(declared.size()));
+            if (std::any_of(m->mapList[0].cbegin(), m->mapList[0].cend(),
+                            [&f](const FuncAndMapInfo &r) { return r.name == f.name; }))
+                continue;
+            const QString bus = random.bounded(4) ? "mtcp" : "group_mtcp";
+            const int address = random.bounded(20) - 2;
+            EditVerdict::Kind expected = EditVerdict::Allowed;
+            const bool isGroup = bus.startsWith("group_");
+            const int count = m->getBusNum(bus, BusInput, f.type);
+            QString holder = m->isAddressValid(bus, BusInput, f.type, address);
+            QString group = "ok";
+            for (const char *t : {"string", "float", "int"}) {
+                if (group == "ok" && !isGroup && f.type == "bool")
+                    group = m->isAddressGroupValid(bus, BusInput, t, "no",
+                                                   QString::number(address) + ",-1", false);
+            }
+            if (isGroup && m->isGroupIdExist(bus, BusInput, f.type, address, false) != "ok")
+                expected = EditVerdict::GroupMissing;
+            else if (count <= 0)
+                expected = EditVerdict::NoAddresses;
+            else if (address < 0 || address >= count)
+                expected = EditVerdict::OutOfRange;
+            else if (holder != "ok")
+                expected = EditVerdict::Taken;
+            else if (group != "ok")
+                expected = EditVerdict::InsideGroup;
+            const EditVerdict v =
+                    m->canMapFunction("Weld", f.name, BusInput, bus, QString::number(address));
+            const QString context = QStringLiteral("round %1: %2 %3 at %4 %5: %6")
+                                            .arg(round)
+                                            .arg(f.name, f.type)
+                                            .arg(bus)
+                                            .arg(address)
+                                            .arg(v.text);
+            QVERIFY2(v.kind == expected, qPrintable(context));
+            seen.insert(v.kind);
+            if (expected == EditVerdict::Taken)
+                QVERIFY2(m->getCurLanguageModuName(v.module) == holder, qPrintable(context));
+            if (expected == EditVerdict::InsideGroup)
+                QVERIFY2(QString::number(v.group) == group, qPrintable(context));
+        }
+        // The tables are random enough to reach every answer.
+        QCOMPARE(seen.size(), 6);
+    }
 };
 
 QTEST_GUILESS_MAIN(ValidationTest)
