@@ -165,7 +165,7 @@ void TestMappingScreen::editAddress_data()
                           << "";
     QTest::newRow("beyond the bus") << "ext_start"
                                     << "256" << false << "0"
-                                    << "beyond the 256";
+                                    << "beyond mtcp's 256";
     QTest::newRow("inside a group") << "ext_start"
                                     << "200" << false << "0"
                                     << "inside int group 1";
@@ -174,7 +174,7 @@ void TestMappingScreen::editAddress_data()
                                   << "not an address";
     QTest::newRow("missing group") << "speed_override"
                                    << "7" << false << "2"
-                                   << "no int group 7";
+                                   << "no int input group 7";
     QTest::newRow("taken group") << "speed_override"
                                  << "1" << false << "2"
                                  << "taken by Common program_number";
@@ -183,7 +183,7 @@ void TestMappingScreen::editAddress_data()
                               << "";
     QTest::newRow("servo on") << "ext_start"
                               << "30" << true << "0"
-                              << "not allowed";
+                              << "does not allow editing";
 }
 
 void TestMappingScreen::editAddress()
@@ -225,7 +225,7 @@ void TestMappingScreen::mapNewFunction_data()
     QTest::newRow("taken") << "1"
                            << "taken by Common ext_stop";
     QTest::newRow("minus one") << "-1"
-                               << "not an address";
+                               << "address -1 is beyond";
     QTest::newRow("not a number") << "x"
                                   << "not an address";
 }

@@ -506,61 +506,6 @@ void MappingScreen::showGroups()
     }
 }
 
-bool MappingScreen::editAllowed()
-{
-    // In the pendant's order; the first that fails has shown its message box.
-    return BusFileDataManager::isEditable() && m->isHasRteAuthority()
-            && BusFileDataManager::isRebootRde()
-            && BusFileDataManager::isMapFuncEdit(IoTypeFieldbus);
-}
-
-QString MappingScreen::refusal(BiBo dir, const FuncAndMapInfo &row, const QString &text) const
-{
-    bool number = false;
-    const int address = text.toInt(&number);
-    if (!number)
-        return tr("%1 is not an address.").arg(text);
-    if (address == -1)
-        return QString(); // takes the function off the bus
-    const QString &bus = row.fieldBus;
-    if (isGroupRow(row) && m->isGroupIdExist(bus, dir, row.type, address, false) != ok)
-        return tr("There is no %1 group %2 on this bus.").arg(row.type).arg(address);
-    const int count = m->getBusNum(bus, dir, row.type);
-    if (count <= 0)
-        return tr("This bus has no %1 addresses.").arg(row.type);
-    if (address < 0 || address >= count)
-        return tr("Address %1 is beyond the %2 %3 addresses of this bus (0-%4).")
-                .arg(address)
-                .arg(count)
-                .arg(row.type)
-                .arg(count - 1);
-    const QString taken = m->isAddressValid(bus, dir, row.type, address);
-    if (taken != ok) {
-        // The validator names the module; the screen can name the function too.
-        QString holder = moduleShown(taken);
-        for (const FuncAndMapInfo &other : m_pages[dir].rows) {
-            if (other.fieldBus == bus && other.type.contains(row.type, Qt::CaseInsensitive)
-                && other.address.toInt() == address) {
-                holder = moduleShown(other.module) + QLatin1Char(' ')
-                        + functionShown(other.module, other.name);
-                break;
-            }
-        }
-        return tr("Address %1 is taken by %2.").arg(address).arg(holder);
-    }
-    if (row.type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0 && !isGroupRow(row)) {
-        // A single bit may not lie inside a group's range of the bus.
-        for (const QString &type : groupTypes) {
-            const QString group =
-                    m->isAddressGroupValid(bus, dir, type, QStringLiteral("no"),
-                                           QStringLiteral("%1,-1").arg(address), false);
-            if (group != ok)
-                return tr("Address %1 lies inside %2 group %3.").arg(address).arg(type, group);
-        }
-    }
-    return QString();
-}
-
 void MappingScreen::addressEdited(BiBo dir, QTableWidgetItem *item)
 {
     Page &page = m_pages[dir];
@@ -570,8 +515,12 @@ void MappingScreen::addressEdited(BiBo dir, QTableWidgetItem *item)
     const QString text = item->text().trimmed();
     if (text == row.address)
         return;
-    const QString why = editAllowed() ? refusal(dir, row, text) : tr("Editing is not allowed now.");
-    if (!why.isEmpty()) {
+    // -1 takes the function off the bus.
+    const EditVerdict verdict = text == QLatin1String("-1")
+            ? m->canUnmapFunction(row.module, row.name, dir)
+            : m->canMapFunction(row.module, row.name, dir, row.fieldBus, text);
+    const QString why = verdict.text;
+    if (!verdict.allowed()) {
         // Shown where it was typed and never written: the working copy keeps the old address.
         const QSignalBlocker blocker(page.table);
         item->setBackground(refusedColor);
@@ -598,14 +547,13 @@ void MappingScreen::addFunction(BiBo dir)
     row.filterTime = QStringLiteral("0");
     row.invert = QStringLiteral("0");
     const QString text = page.address->text().trimmed();
-    const QString why = editAllowed()
-            ? (text == QLatin1String("-1") ? tr("-1 is not an address.") : refusal(dir, row, text))
-            : tr("Editing is not allowed now.");
+    const EditVerdict verdict = m->canMapFunction(row.module, row.name, dir, row.fieldBus, text);
+    const QString why = verdict.text;
     page.address->setStyleSheet(
-            why.isEmpty()
+            verdict.allowed()
                     ? QString()
                     : QStringLiteral("background: %1; color: white;").arg(refusedColor.name()));
-    if (!why.isEmpty()) {
+    if (!verdict.allowed()) {
         setStatus(why, true);
         return;
     }

@@ -81,8 +81,6 @@ private:
 
     void addressEdited(BiBo dir, QTableWidgetItem *item);
     void addFunction(BiBo dir);
-    bool editAllowed();
-    QString refusal(BiBo dir, const FuncAndMapInfo &row, const QString &text) const;
     void accept(BiBo dir, const FuncAndMapInfo &row);
     void save();
     // Why Save must not write now, or empty: the folder busy, the controller's

@@ -159,6 +159,8 @@ public:
     EditVerdict canSetGroup(const QString &bus, BiBo dir, const QString &type, int number,
                             int first, int last);
     EditVerdict canDeleteGroup(const QString &bus, BiBo dir, const QString &type, int number);
+    // The edit checks alone, for edits without an entry point of their own (an import).
+    EditVerdict canEdit();
 
     // ---- mapping queries and edits ----
     QVector<FuncAndMapInfo> getMapInfoList(const QString &bus, BiBo dir);
@@ -316,8 +318,6 @@ private:
                                        const QString &exceptName);
     // The English key of a module named in either language; empty when unknown.
     QString moduleKeyOf(const QString &name);
-    // Whether the edit checks allow an edit; the verdict that says not, else Allowed.
-    EditVerdict editAllowedVerdict();
     // The signals of `bus` in mapList[index] as the validators look them up;
     // null when the bus has none.
     const validation::BusSignals *indexedSignals(int index, const QString &bus);

@@ -48,7 +48,7 @@ QString BusFileDataManager::moduleKeyOf(const QString &name)
     return isExistModule(key) ? key : QString();
 }
 
-EditVerdict BusFileDataManager::editAllowedVerdict()
+EditVerdict BusFileDataManager::canEdit()
 {
     // In the pendant's order; the first that fails has shown its message box.
     if (isEditable() && isHasRteAuthority() && isRebootRde() && isMapFuncEdit(IoTypeFieldbus))
@@ -59,7 +59,7 @@ EditVerdict BusFileDataManager::editAllowedVerdict()
 EditVerdict BusFileDataManager::canMapFunction(const QString &module, const QString &function,
                                                BiBo dir, const QString &bus, const QString &address)
 {
-    EditVerdict v = editAllowedVerdict();
+    EditVerdict v = canEdit();
     if (!v.allowed())
         return v;
     const QString key = moduleKeyOf(module);
@@ -158,7 +158,7 @@ EditVerdict BusFileDataManager::canMapFunction(const QString &module, const QStr
 EditVerdict BusFileDataManager::canUnmapFunction(const QString &module, const QString &function,
                                                  BiBo dir)
 {
-    EditVerdict v = editAllowedVerdict();
+    EditVerdict v = canEdit();
     if (!v.allowed())
         return v;
     // Rows of modules or functions no longer declared can be removed too.
@@ -169,7 +169,7 @@ EditVerdict BusFileDataManager::canUnmapFunction(const QString &module, const QS
             name = f.name;
     }
     for (const FuncAndMapInfo &row : qAsConst(mapList[mapIndex(dir)])) {
-        if (row.module == key && row.name == name && row.address != QLatin1String("-1"))
+        if (row.module == key && row.name == name)
             return v;
     }
     const QString way = dir == BusInput ? tr("input") : tr("output");
@@ -187,7 +187,7 @@ EditVerdict BusFileDataManager::canUnmapFunction(const QString &module, const QS
 EditVerdict BusFileDataManager::canSetGroup(const QString &bus, BiBo dir, const QString &type,
                                             int number, int first, int last)
 {
-    EditVerdict v = editAllowedVerdict();
+    EditVerdict v = canEdit();
     if (!v.allowed())
         return v;
     const QString base = bus.toLower();
@@ -277,7 +277,7 @@ EditVerdict BusFileDataManager::canSetGroup(const QString &bus, BiBo dir, const 
 EditVerdict BusFileDataManager::canDeleteGroup(const QString &bus, BiBo dir, const QString &type,
                                                int number)
 {
-    EditVerdict v = editAllowedVerdict();
+    EditVerdict v = canEdit();
     if (!v.allowed())
         return v;
     const QString base = bus.toLower();

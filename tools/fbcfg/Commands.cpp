@@ -129,15 +129,6 @@ QString directionWord(BiBo dir)
     return dir == BusInput ? Fbcfg::tr("input") : Fbcfg::tr("output");
 }
 
-int editAllowed(BusFileDataManager *manager)
-{
-    // Evaluated in the pendant's order; the first that fails has shown why.
-    if (BusFileDataManager::isEditable() && manager->isHasRteAuthority()
-        && BusFileDataManager::isRebootRde() && BusFileDataManager::isMapFuncEdit(IoTypeFieldbus))
-        return ExitOk;
-    return refuse(Fbcfg::tr("the pendant does not allow editing now (see the warning above)"));
-}
-
 QStringList signalBuses(BusFileDataManager *manager)
 {
     QStringList names;

@@ -120,9 +120,6 @@ void insertPresent(QJsonObject &record, const JsonFields &fields);
 QString directionKey(BiBo dir);
 QString directionWord(BiBo dir);
 
-// The pendant's checks before an edit; each shows its own reason.
-int editAllowed(BusFileDataManager *manager);
-
 // After a listing that --bus filtered to nothing: a usage error when the bus
 // is not listed either (a typing slip, most likely), else ExitOk.
 int checkBusFilter(BusFileDataManager *manager, const Call &call);

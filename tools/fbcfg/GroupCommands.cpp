@@ -123,70 +123,15 @@ int runGroupSet(Session &session, const Call &call)
                                      | Session::SignalMap | Session::GroupIo))
         return rc;
     BusFileDataManager *m = session.manager();
-    if (const int rc = editAllowed(m))
-        return rc;
-    if (const int rc = checkSignalBus(call, m, bus))
-        return rc;
+    const EditVerdict verdict = m->canSetGroup(bus, dir, type, number, first, last);
+    if (verdict.kind == EditVerdict::UnknownBus)
+        return checkSignalBus(call, m, bus);
+    if (!verdict.allowed())
+        return refuse(verdict.text);
 
     const QString numberText = QString::number(number);
-    const QString dirWord = directionWord(dir);
-    const int groupCount = m->getBusNum(fieldbusnames::groupKey(bus), dir, type);
-    if (number < 0 || number >= groupCount)
-        return refuse(Fbcfg::tr("group %1 is beyond the %2 %3 %4 groups of %5 (0-%6)")
-                              .arg(number)
-                              .arg(groupCount)
-                              .arg(type, dirWord, bus)
-                              .arg(groupCount - 1));
-    const int bits = m->getBusNum(bus, dir, QStringLiteral("bool"));
-    if (first > last)
-        return refuse(
-                Fbcfg::tr("the first address %1 comes after the last %2").arg(first).arg(last));
-    if (first < 0 || last >= bits)
-        return refuse(Fbcfg::tr("addresses %1-%2 are beyond %3's %4 bool %5 addresses (0-%6)")
-                              .arg(first)
-                              .arg(last)
-                              .arg(bus)
-                              .arg(bits)
-                              .arg(dirWord)
-                              .arg(bits - 1));
-    const QString range = QStringLiteral("%1,%2").arg(first).arg(last);
-    const QString inside = m->isGroupAddrValid(bus, dir, range);
-    if (inside != QLatin1String("ok")) {
-        QVector<FuncAndMapInfo> table;
-        m->getBusSignalMap(dir, table);
-        QString holder;
-        for (const FuncAndMapInfo &row : qAsConst(table)) {
-            if (holder.isEmpty() && row.fieldBus == bus && row.address == inside
-                && row.type.contains(QLatin1String("bool"), Qt::CaseInsensitive))
-                holder = QStringLiteral(" (%1 %2)").arg(row.module, row.name);
-        }
-        return refuse(Fbcfg::tr("the bool signal at address %1%2 of %3 lies inside %4-%5")
-                              .arg(inside, holder, bus)
-                              .arg(first)
-                              .arg(last));
-    }
-    for (const QString &other : groupTypes) {
-        const QString overlap = m->isAddressGroupValid(bus, dir, other, numberText, range, false);
-        if (overlap == QLatin1String("ok"))
-            continue;
-        QString otherSpan;
-        for (const GroupInfo &g : m->getBusGroupInfo(bus, dir, other, false)) {
-            if (g.address == overlap)
-                otherSpan = span(g);
-        }
-        return refuse(Fbcfg::tr("%1-%2 overlaps %3 (%4)")
-                              .arg(first)
-                              .arg(last)
-                              .arg(groupTitle(other, dir, overlap, bus), otherSpan));
-    }
-    // Group numbers of a direction and type are shared by all buses.
     const QMap<QString, GroupInfo> table = m->getAllGroupInfo(dir, type);
     const GroupInfo old = table.value(numberText);
-    if (table.contains(numberText) && old.fieldBus.compare(bus, Qt::CaseInsensitive) != 0)
-        return refuse(Fbcfg::tr("%1 %2 group %3 belongs to %4; group numbers are shared by all "
-                                "buses")
-                              .arg(type, dirWord, numberText, old.fieldBus.toLower()));
-
     const GroupInfo group{type, numberText, bus, QString::number(first), QString::number(last)};
     const QString heading = groupTitle(type, dir, numberText, bus);
     if (table.contains(numberText) && span(old) == span(group)) {
@@ -219,10 +164,11 @@ int runGroupDelete(Session &session, const Call &call)
     if (const int rc = session.fetch(Session::FieldbusList | Session::SignalMap | Session::GroupIo))
         return rc;
     BusFileDataManager *m = session.manager();
-    if (const int rc = editAllowed(m))
-        return rc;
-    if (const int rc = checkSignalBus(call, m, bus))
-        return rc;
+    const EditVerdict verdict = m->canDeleteGroup(bus, dir, type, number);
+    if (verdict.kind == EditVerdict::UnknownBus)
+        return checkSignalBus(call, m, bus);
+    if (!verdict.allowed())
+        return refuse(verdict.text);
 
     QString key;
     GroupInfo group;
@@ -233,20 +179,6 @@ int runGroupDelete(Session &session, const Call &call)
         }
     }
     const QString heading = groupTitle(type, dir, QString::number(number), bus);
-    if (key.isEmpty())
-        return refuse(Fbcfg::tr("there is no %1").arg(heading));
-    QVector<FuncAndMapInfo> table;
-    m->getBusSignalMap(dir, table);
-    QStringList users;
-    for (const FuncAndMapInfo &row : qAsConst(table)) {
-        if (row.fieldBus == fieldbusnames::groupKey(bus) && row.address.toInt() == number
-            && row.type.compare(type, Qt::CaseInsensitive) == 0)
-            users.append(QStringLiteral("%1 %2").arg(row.module, row.name));
-    }
-    if (!users.isEmpty())
-        return refuse(Fbcfg::tr("%1 is used by %2; unmap them first")
-                              .arg(heading, users.join(QStringLiteral(", "))));
-
     GroupInfo deletion = group;
     deletion.address = key;
     deletion.deviceMapHead = QStringLiteral("-1"); // the deletion mark

@@ -136,8 +136,8 @@ int runImport(Session &session, const Call &call)
                                      | Session::Functions | Session::SignalMap | Session::GroupIo))
         return rc;
     BusFileDataManager *m = session.manager();
-    if (const int rc = editAllowed(m))
-        return rc;
+    if (const EditVerdict verdict = m->canEdit(); !verdict.allowed())
+        return refuse(verdict.text);
 
     QStringList modules{pv_layout};
     // A CSV file reaches the manager as a file in the signal mapping format.

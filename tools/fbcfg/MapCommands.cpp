@@ -130,80 +130,18 @@ QString places(const QVector<FuncAndMapInfo> &table, const QVector<int> &rows)
     return texts.isEmpty() ? Fbcfg::tr("not mapped") : texts.join(QStringLiteral(", "));
 }
 
-// Why a function of `type` may not take `address` on `bus`, in the working
-// table as it stands; empty when it may.
-QString addressProblem(BusFileDataManager *m, BiBo dir, const QString &type, const QString &bus,
-                       int address)
+// The command's end for a verdict that refuses: names that are not there are
+// usage errors with the known names, anything else a refusal; ExitOk and the
+// function otherwise.
+int readVerdict(const Call &call, BusFileDataManager *m, const EditVerdict &verdict, BiBo dir,
+                Function &f)
 {
-    const QString dirWord = directionWord(dir);
-    QVector<FuncAndMapInfo> table;
-    m->getBusSignalMap(dir, table);
-    const auto holder = [&](const QString &key) {
-        for (const FuncAndMapInfo &row : qAsConst(table)) {
-            if (row.fieldBus == key && row.type.contains(type, Qt::CaseInsensitive)
-                && row.address.toInt() == address)
-                return QStringLiteral("%1 %2").arg(row.module, row.name);
-        }
-        return QString();
-    };
-
-    if (fieldbusnames::isGroupKey(bus)) {
-        const QString base = fieldbusnames::busOfKey(bus);
-        if (m->isGroupIdExist(bus, dir, type, address, false) != QLatin1String("ok"))
-            return Fbcfg::tr("there is no %1 %2 group %3 on %4")
-                    .arg(type, dirWord)
-                    .arg(address)
-                    .arg(base);
-        const int count = m->getBusNum(bus, dir, type);
-        if (address < 0 || address >= count)
-            return Fbcfg::tr("group %1 is beyond the %2 %3 groups of %4 (0-%5)")
-                    .arg(address)
-                    .arg(count)
-                    .arg(type, base)
-                    .arg(count - 1);
-        const QString taken = m->isAddressValid(bus, dir, type, address);
-        if (taken != QLatin1String("ok"))
-            return Fbcfg::tr("%1 %2 group %3 of %4 is taken by %5")
-                    .arg(type, dirWord)
-                    .arg(address)
-                    .arg(base, holder(bus).isEmpty() ? taken : holder(bus));
-        return QString();
-    }
-
-    const int count = m->getBusNum(bus, dir, type);
-    if (count <= 0)
-        return Fbcfg::tr("%1 has no %2 %3 addresses").arg(bus, type, dirWord);
-    if (address < 0 || address >= count)
-        return Fbcfg::tr("address %1 is beyond %2's %3 %4 %5 addresses (0-%6)")
-                .arg(address)
-                .arg(bus)
-                .arg(count)
-                .arg(type, dirWord)
-                .arg(count - 1);
-    const QString taken = m->isAddressValid(bus, dir, type, address);
-    if (taken != QLatin1String("ok"))
-        return Fbcfg::tr("address %1 of %2 (%3 %4) is taken by %5")
-                .arg(address)
-                .arg(bus, type, dirWord, holder(bus).isEmpty() ? taken : holder(bus));
-    if (type.compare(QLatin1String("bool"), Qt::CaseInsensitive) != 0)
-        return QString();
-    // As the import does it: a range with only a first address asks which group holds it.
-    for (const QString &groupType :
-         {QStringLiteral("string"), QStringLiteral("float"), QStringLiteral("int")}) {
-        const QString number = m->isAddressGroupValid(bus, dir, groupType, QStringLiteral("no"),
-                                                      QStringLiteral("%1,-1").arg(address), false);
-        if (number == QLatin1String("ok"))
-            continue;
-        QString range;
-        for (const GroupInfo &g : m->getBusGroupInfo(bus, dir, groupType, false)) {
-            if (g.address == number)
-                range = QStringLiteral(" (%1-%2)").arg(g.deviceMapHead, g.deviceMapTail);
-        }
-        return Fbcfg::tr("address %1 of %2 (%3 %4) lies inside %5 group %6%7")
-                .arg(address)
-                .arg(bus, type, dirWord, groupType, number, range);
-    }
-    return QString();
+    if (verdict.kind == EditVerdict::UnknownBus)
+        return checkSignalBus(call, m, busPart(call.args.at(2)));
+    if (verdict.kind != EditVerdict::UnknownModule && verdict.kind != EditVerdict::UnknownFunction
+        && !verdict.allowed())
+        return refuse(verdict.text);
+    return findFunction(call, m, call.args.at(0), call.args.at(1), dir, f);
 }
 
 } // namespace
@@ -305,10 +243,10 @@ int runMapSet(Session &session, const Call &call)
                                      | Session::Functions | Session::SignalMap | Session::GroupIo))
         return rc;
     BusFileDataManager *m = session.manager();
-    if (const int rc = editAllowed(m))
-        return rc;
+    const EditVerdict verdict =
+            m->canMapFunction(call.args.at(0), call.args.at(1), dir, bus, QString::number(address));
     Function f;
-    if (const int rc = findFunction(call, m, call.args.at(0), call.args.at(1), dir, f))
+    if (const int rc = readVerdict(call, m, verdict, dir, f))
         return rc;
     const QString &type = f.declared.type;
     const bool isBool = type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0;
@@ -318,22 +256,12 @@ int runMapSet(Session &session, const Call &call)
         return usageError(call, Fbcfg::tr("--invert applies only to bool signals"));
 
     const QString base = busPart(bus);
-    if (const int rc = checkSignalBus(call, m, base))
-        return rc;
-
     QVector<FuncAndMapInfo> table;
     m->getBusSignalMap(dir, table);
     const QVector<int> present = rowsOf(table, f.module, f.declared.name);
     QVector<FuncAndMapInfo> without;
     QVector<FuncAndMapInfo> removals;
     takeOut(table, present, without, removals);
-    // The function's own rows must not count against it.
-    if (!removals.isEmpty() && !applyExactly(m, removals, dir, without))
-        return refuseAmbiguous(m, table, f.module, f.declared.name, removals.constFirst().fieldBus);
-    const QString problem = addressProblem(m, dir, type, bus, address);
-    m->updateMapData(false);
-    if (!problem.isEmpty())
-        return refuse(problem);
 
     FuncAndMapInfo row = f.declared;
     row.module = f.module;
@@ -387,8 +315,14 @@ int runMapUnset(Session &session, const Call &call)
                 session.fetch(Session::FieldbusList | Session::Functions | Session::SignalMap))
         return rc;
     BusFileDataManager *m = session.manager();
-    if (const int rc = editAllowed(m))
-        return rc;
+    const EditVerdict verdict = m->canUnmapFunction(call.args.at(0), call.args.at(1), dir);
+    if (verdict.kind == EditVerdict::UnknownModule
+        || verdict.kind == EditVerdict::UnknownFunction) {
+        Function declared;
+        return findFunction(call, m, call.args.at(0), call.args.at(1), dir, declared);
+    }
+    if (!verdict.allowed())
+        return refuse(verdict.text);
     // Rows of modules or functions no longer declared can be removed too.
     QString module = moduleKey(m, call.args.at(0));
     if (module.isEmpty())
@@ -402,14 +336,6 @@ int runMapUnset(Session &session, const Call &call)
     QVector<FuncAndMapInfo> table;
     m->getBusSignalMap(dir, table);
     const QVector<int> present = rowsOf(table, module, name);
-    if (present.isEmpty()) {
-        // A name that is nowhere, neither declared nor mapped, is a slip.
-        Function declared;
-        if (const int rc = findFunction(call, m, call.args.at(0), call.args.at(1), dir, declared))
-            return rc;
-        return refuse(Fbcfg::tr("%1 %2 has no %3 mapping")
-                              .arg(call.args.at(0), call.args.at(1), directionWord(dir)));
-    }
     QVector<FuncAndMapInfo> without;
     QVector<FuncAndMapInfo> removals;
     takeOut(table, present, without, removals);
