@@ -130,6 +130,26 @@ QString places(const QVector<FuncAndMapInfo> &table, const QVector<int> &rows)
     return texts.isEmpty() ? Fbcfg::tr("not mapped") : texts.join(QStringLiteral(", "));
 }
 
+// The address, and the filter time and inversion when given, as numbers.
+int readMapSetNumbers(const Call &call, int &address)
+{
+    if (!readInt(call.args.at(3), &address))
+        return usageError(call,
+                          Fbcfg::tr("the address must be a number, not '%1'").arg(call.args.at(3)));
+    const QString filterTime = call.value(QStringLiteral("filter-time"));
+    int number = 0;
+    if (call.isSet(QStringLiteral("filter-time")) && (!readInt(filterTime, &number) || number < 0))
+        return usageError(call,
+                          Fbcfg::tr("--filter-time must be a whole number of 0 or more, "
+                                    "not '%1'")
+                                  .arg(filterTime));
+    const QString invert = call.value(QStringLiteral("invert"));
+    if (call.isSet(QStringLiteral("invert")) && invert != QLatin1String("0")
+        && invert != QLatin1String("1"))
+        return usageError(call, Fbcfg::tr("--invert must be 0 or 1, not '%1'").arg(invert));
+    return ExitOk;
+}
+
 // The command's end for a verdict that refuses: names that are not there are
 // usage errors with the known names, anything else a refusal; ExitOk and the
 // function otherwise.
@@ -224,20 +244,10 @@ int runMapSet(Session &session, const Call &call)
         return rc;
     const QString bus = call.args.at(2).toLower();
     int address = 0;
-    if (!readInt(call.args.at(3), &address))
-        return usageError(call,
-                          Fbcfg::tr("the address must be a number, not '%1'").arg(call.args.at(3)));
+    if (const int rc = readMapSetNumbers(call, address))
+        return rc;
     const QString filterTime = call.value(QStringLiteral("filter-time"));
-    int number = 0;
-    if (call.isSet(QStringLiteral("filter-time")) && (!readInt(filterTime, &number) || number < 0))
-        return usageError(call,
-                          Fbcfg::tr("--filter-time must be a whole number of 0 or more, "
-                                    "not '%1'")
-                                  .arg(filterTime));
     const QString invert = call.value(QStringLiteral("invert"));
-    if (call.isSet(QStringLiteral("invert")) && invert != QLatin1String("0")
-        && invert != QLatin1String("1"))
-        return usageError(call, Fbcfg::tr("--invert must be 0 or 1, not '%1'").arg(invert));
 
     if (const int rc = session.fetch(Session::FieldbusList | Session::FieldbusConfig
                                      | Session::Functions | Session::SignalMap | Session::GroupIo))

@@ -595,6 +595,36 @@ int settle(const Call &call, const CommandInfo &c, Settings &settings)
     return ExitOk;
 }
 
+// The command the first words name; null after saying why, or after the help
+// of a command group, with `rc` the exit status.
+const CommandInfo *findCommand(const Scan &first, int &rc)
+{
+    const QString group = first.words.at(0);
+    const CommandInfo *command = nullptr;
+    QStringList subs;
+    for (const CommandInfo &c : commands) {
+        if (group != QLatin1String(c.group))
+            continue;
+        if (!c.sub || first.words.value(1) == QLatin1String(c.sub))
+            command = &c;
+        if (c.sub)
+            subs.append(QLatin1String(c.sub));
+    }
+    rc = ExitFailure;
+    if (!command && subs.isEmpty()) {
+        Output::error(Fbcfg::tr("unknown command '%1'; see fbcfg --help").arg(group));
+    } else if (!command && first.words.size() < 2 && first.help) {
+        printCommandHelp(group, QString());
+        rc = ExitOk;
+    } else if (!command) {
+        const QString what = first.words.size() < 2
+                ? Fbcfg::tr("fbcfg %1 needs one of: %2").arg(group, subs.join(QStringLiteral(", ")))
+                : Fbcfg::tr("unknown command '%1 %2'").arg(group, first.words.at(1));
+        Output::error(Fbcfg::tr("%1; see fbcfg %2 --help").arg(what, group));
+    }
+    return command;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -629,31 +659,10 @@ int main(int argc, char *argv[])
     }
 
     const QString group = first.words.at(0);
-    const CommandInfo *command = nullptr;
-    QStringList subs;
-    for (const CommandInfo &c : commands) {
-        if (group != QLatin1String(c.group))
-            continue;
-        if (!c.sub || first.words.value(1) == QLatin1String(c.sub))
-            command = &c;
-        if (c.sub)
-            subs.append(QLatin1String(c.sub));
-    }
-    if (!command && subs.isEmpty()) {
-        Output::error(Fbcfg::tr("unknown command '%1'; see fbcfg --help").arg(group));
-        return ExitFailure;
-    }
-    if (!command) {
-        if (first.words.size() < 2 && first.help) {
-            printCommandHelp(group, QString());
-            return ExitOk;
-        }
-        const QString what = first.words.size() < 2
-                ? Fbcfg::tr("fbcfg %1 needs one of: %2").arg(group, subs.join(QStringLiteral(", ")))
-                : Fbcfg::tr("unknown command '%1 %2'").arg(group, first.words.at(1));
-        Output::error(Fbcfg::tr("%1; see fbcfg %2 --help").arg(what, group));
-        return ExitFailure;
-    }
+    int rc = ExitFailure;
+    const CommandInfo *command = findCommand(first, rc);
+    if (!command)
+        return rc;
     call.name = words(*command);
 
     QCommandLineParser parser;
