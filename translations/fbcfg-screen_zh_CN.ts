@@ -144,38 +144,6 @@
         <translation>输出</translation>
     </message>
     <message>
-        <source>%1 is not an address.</source>
-        <translation>%1 不是地址。</translation>
-    </message>
-    <message>
-        <source>There is no %1 group %2 on this bus.</source>
-        <translation>此总线上没有 %1 组 %2。</translation>
-    </message>
-    <message>
-        <source>This bus has no %1 addresses.</source>
-        <translation>此总线没有 %1 地址。</translation>
-    </message>
-    <message>
-        <source>Address %1 is beyond the %2 %3 addresses of this bus (0-%4).</source>
-        <translation>地址 %1 超出此总线的 %2 个 %3 地址（0-%4）。</translation>
-    </message>
-    <message>
-        <source>Address %1 is taken by %2.</source>
-        <translation>地址 %1 已被 %2 占用。</translation>
-    </message>
-    <message>
-        <source>Address %1 lies inside %2 group %3.</source>
-        <translation>地址 %1 位于 %2 组 %3 之内。</translation>
-    </message>
-    <message>
-        <source>Editing is not allowed now.</source>
-        <translation>当前不允许编辑。</translation>
-    </message>
-    <message>
-        <source>-1 is not an address.</source>
-        <translation>-1 不是地址。</translation>
-    </message>
-    <message>
         <source>%1 is no longer mapped; Save sends the change.</source>
         <translation>%1 已取消映射；点击保存发送更改。</translation>
     </message>

@@ -168,10 +168,6 @@
         <translation>输出</translation>
     </message>
     <message>
-        <source>the pendant does not allow editing now (see the warning above)</source>
-        <translation>示教器当前不允许编辑（见上方警告）</translation>
-    </message>
-    <message>
         <source>no descriptions</source>
         <translation>没有描述</translation>
     </message>
@@ -248,40 +244,8 @@
         <translation>&apos;%1&apos; 不是数字</translation>
     </message>
     <message>
-        <source>group %1 is beyond the %2 %3 %4 groups of %5 (0-%6)</source>
-        <translation>组 %1 超出了 %5 的 %2 个 %3 %4组的范围 (0-%6)</translation>
-    </message>
-    <message>
-        <source>the first address %1 comes after the last %2</source>
-        <translation>起始地址 %1 大于结束地址 %2</translation>
-    </message>
-    <message>
-        <source>addresses %1-%2 are beyond %3&apos;s %4 bool %5 addresses (0-%6)</source>
-        <translation>地址 %1-%2 超出了 %3 的 %4 个 bool %5地址的范围 (0-%6)</translation>
-    </message>
-    <message>
-        <source>the bool signal at address %1%2 of %3 lies inside %4-%5</source>
-        <translation>%3 地址 %1%2 处的 bool 信号位于 %4-%5 之内</translation>
-    </message>
-    <message>
-        <source>%1-%2 overlaps %3 (%4)</source>
-        <translation>%1-%2 与 %3 (%4) 重叠</translation>
-    </message>
-    <message>
-        <source>%1 %2 group %3 belongs to %4; group numbers are shared by all buses</source>
-        <translation>%1 %2组 %3 属于 %4；组号由所有总线共用</translation>
-    </message>
-    <message>
         <source>new</source>
         <translation>新建</translation>
-    </message>
-    <message>
-        <source>there is no %1</source>
-        <translation>不存在 %1</translation>
-    </message>
-    <message>
-        <source>%1 is used by %2; unmap them first</source>
-        <translation>%1 正被 %2 使用；请先取消它们的映射</translation>
     </message>
     <message>
         <source>%1 (%2) deleted</source>
@@ -628,30 +592,6 @@
         <translation>未映射</translation>
     </message>
     <message>
-        <source>group %1 is beyond the %2 %3 groups of %4 (0-%5)</source>
-        <translation>组 %1 超出了 %4 的 %2 个 %3 组的范围 (0-%5)</translation>
-    </message>
-    <message>
-        <source>%1 %2 group %3 of %4 is taken by %5</source>
-        <translation>%4 的 %1 %2组 %3 已被 %5 占用</translation>
-    </message>
-    <message>
-        <source>%1 has no %2 %3 addresses</source>
-        <translation>%1 没有 %2 %3地址</translation>
-    </message>
-    <message>
-        <source>address %1 is beyond %2&apos;s %3 %4 %5 addresses (0-%6)</source>
-        <translation>地址 %1 超出了 %2 的 %3 个 %4 %5地址的范围 (0-%6)</translation>
-    </message>
-    <message>
-        <source>address %1 of %2 (%3 %4) is taken by %5</source>
-        <translation>%2 (%3 %4) 的地址 %1 已被 %5 占用</translation>
-    </message>
-    <message>
-        <source>address %1 of %2 (%3 %4) lies inside %5 group %6%7</source>
-        <translation>%2 (%3 %4) 的地址 %1 位于 %5 组 %6%7 之内</translation>
-    </message>
-    <message>
         <source>no mapped signals</source>
         <translation>没有已映射的信号</translation>
     </message>
@@ -698,10 +638,6 @@
     <message>
         <source>%1 is already mapped to %2</source>
         <translation>%1 已映射到 %2</translation>
-    </message>
-    <message>
-        <source>%1 %2 has no %3 mapping</source>
-        <translation>%1 %2 没有%3映射</translation>
     </message>
     <message>
         <source>cannot make a temporary workspace: %1</source>

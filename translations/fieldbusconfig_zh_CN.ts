@@ -55,6 +55,98 @@ simultaneous activation of multiple protocols.
         <source>Failed to get file from controller:%1!</source>
         <translation>从控制器获取文件失败：%1！</translation>
     </message>
+    <message>
+        <source>the pendant does not allow editing now</source>
+        <translation>示教器当前不允许编辑</translation>
+    </message>
+    <message>
+        <source>there is no module %1</source>
+        <translation>没有模块 %1</translation>
+    </message>
+    <message>
+        <source>input</source>
+        <translation>输入</translation>
+    </message>
+    <message>
+        <source>output</source>
+        <translation>输出</translation>
+    </message>
+    <message>
+        <source>%1 declares no %2 function %3</source>
+        <translation>%1 未声明%2功能 %3</translation>
+    </message>
+    <message>
+        <source>there is no bus %1</source>
+        <translation>没有总线 %1</translation>
+    </message>
+    <message>
+        <source>bus %1 is switched off</source>
+        <translation>总线 %1 已关闭</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is not an address</source>
+        <translation>&apos;%1&apos; 不是地址</translation>
+    </message>
+    <message>
+        <source>there is no %1 %2 group %3 on %4</source>
+        <translation>%4 上没有 %1 %2组 %3</translation>
+    </message>
+    <message>
+        <source>%1 has no %2 %3 addresses</source>
+        <translation>%1 没有 %2 %3地址</translation>
+    </message>
+    <message>
+        <source>group %1 is beyond the %2 %3 groups of %4 (0-%5)</source>
+        <translation>组 %1 超出了 %4 的 %2 个 %3 组的范围 (0-%5)</translation>
+    </message>
+    <message>
+        <source>address %1 is beyond %2&apos;s %3 %4 %5 addresses (0-%6)</source>
+        <translation>地址 %1 超出了 %2 的 %3 个 %4 %5地址的范围 (0-%6)</translation>
+    </message>
+    <message>
+        <source>address %1 of %2 (%3 %4) is taken by %5 %6</source>
+        <translation>%2 的地址 %1（%3 %4）已被 %5 %6 占用</translation>
+    </message>
+    <message>
+        <source>address %1 of %2 (%3 %4) lies inside %5 group %6 (%7-%8)</source>
+        <translation>%2 的地址 %1（%3 %4）位于 %5 组 %6 (%7-%8) 之内</translation>
+    </message>
+    <message>
+        <source>%1 %2 has no %3 mapping</source>
+        <translation>%1 %2 没有%3映射</translation>
+    </message>
+    <message>
+        <source>a group is int, float or string, not &apos;%1&apos;</source>
+        <translation>组的类型应为 int、float 或 string，而不是 &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>group %1 is beyond the %2 %3 %4 groups of %5 (0-%6)</source>
+        <translation>组 %1 超出了 %5 的 %2 个 %3 %4组的范围 (0-%6)</translation>
+    </message>
+    <message>
+        <source>the first address %1 comes after the last %2</source>
+        <translation>起始地址 %1 大于结束地址 %2</translation>
+    </message>
+    <message>
+        <source>addresses %1-%2 are beyond %3&apos;s %4 bool %5 addresses (0-%6)</source>
+        <translation>地址 %1-%2 超出了 %3 的 %4 个 bool %5地址的范围 (0-%6)</translation>
+    </message>
+    <message>
+        <source>the bool signal %1 %2 at address %3 of %4 lies inside %5-%6</source>
+        <translation>%4 地址 %3 处的 bool 信号 %1 %2 位于 %5-%6 之内</translation>
+    </message>
+    <message>
+        <source>%1-%2 overlaps %3 %4 group %5 of %6 (%7-%8)</source>
+        <translation>%1-%2 与 %6 的 %3 %4组 %5 (%7-%8) 重叠</translation>
+    </message>
+    <message>
+        <source>%1 %2 group %3 belongs to %4; group numbers are shared by all buses</source>
+        <translation>%1 %2组 %3 属于 %4；组号由所有总线共用</translation>
+    </message>
+    <message>
+        <source>%1 %2 group %3 of %4 is used by %5 %6; unmap it first</source>
+        <translation>%4 的 %1 %2组 %3 正被 %5 %6 使用；请先取消其映射</translation>
+    </message>
 </context>
 <context>
     <name>ConfigCheck</name>
