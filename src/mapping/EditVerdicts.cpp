@@ -16,6 +16,20 @@ EditVerdict verdict(EditVerdict::Kind kind, const QString &text)
     return v;
 }
 
+// The group a validator answered with, and its range, as the verdict's.
+void nameGroup(EditVerdict &v, const QVector<GroupInfo> &groups, const QString &type,
+               const QString &number)
+{
+    v.groupType = type;
+    v.group = number.toInt();
+    for (const GroupInfo &g : groups) {
+        if (g.address == number) {
+            v.first = g.deviceMapHead.toInt();
+            v.last = g.deviceMapTail.toInt();
+        }
+    }
+}
+
 QStringList shortNames(const QVector<BusName> &buses)
 {
     QStringList names;
@@ -137,14 +151,7 @@ EditVerdict BusFileDataManager::canMapFunction(const QString &module, const QStr
         if (group == okText)
             continue;
         v.kind = EditVerdict::InsideGroup;
-        v.groupType = groupType;
-        v.group = group.toInt();
-        for (const GroupInfo &g : getBusGroupInfo(base, dir, groupType, false)) {
-            if (g.address == group) {
-                v.first = g.deviceMapHead.toInt();
-                v.last = g.deviceMapTail.toInt();
-            }
-        }
+        nameGroup(v, getBusGroupInfo(base, dir, groupType, false), groupType, group);
         v.text = tr("address %1 of %2 (%3 %4) lies inside %5 group %6 (%7-%8)")
                          .arg(at)
                          .arg(busKey, type, way, groupType, group)
@@ -245,14 +252,7 @@ EditVerdict BusFileDataManager::canSetGroup(const QString &bus, BiBo dir, const 
         if (overlap == okText)
             continue;
         v.kind = EditVerdict::Overlaps;
-        v.groupType = other;
-        v.group = overlap.toInt();
-        for (const GroupInfo &g : getBusGroupInfo(base, dir, other, false)) {
-            if (g.address == overlap) {
-                v.first = g.deviceMapHead.toInt();
-                v.last = g.deviceMapTail.toInt();
-            }
-        }
+        nameGroup(v, getBusGroupInfo(base, dir, other, false), other, overlap);
         v.text = tr("%1-%2 overlaps %3 %4 group %5 of %6 (%7-%8)")
                          .arg(first)
                          .arg(last)
