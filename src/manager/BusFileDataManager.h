@@ -4,6 +4,7 @@
 #include "EditVerdict.h"
 #include "FieldbusPaths.h"
 #include "FieldbusTypes.h"
+#include "ImportReport.h"
 #include "platform/MsgBox.h"
 
 #include <QObject>
@@ -192,6 +193,20 @@ public:
     QList<FuncAndMapInfo> getImportRemappedFunctions(BiBo dir) const;
     QList<FuncAndMapInfo> getImportPresentRows(BiBo dir) const;
 
+    // ---- import as one operation ----
+    // Reads a saved mapping's rows of `modules` (PV_layout: every module but
+    // it) through the import's intake and cleaning, and reports row by row;
+    // nothing is written. Rows repeating an earlier row stop it: a report with
+    // `repeated` and nothing prepared.
+    ImportReport prepareImport(const QString &mappingFile, const QStringList &modules);
+    // The same for rows (of a CSV file, say): repeated rows are left out and
+    // reported, the others go through the same intake and cleaning.
+    ImportReport prepareImport(const QVector<ImportRow> &rows);
+    // Ends a prepared import: merges with the answer, backs up the present
+    // mapping, writes and sends the result with the transfer's retries and
+    // marks the import done (g_imIoType). False with `error` when a step fails.
+    bool finishImport(MsgBox::returnValue answer, QString *error);
+
     // ---- machine state and restarts ----
     static bool isEditable();
     bool isHasRteAuthority();
@@ -334,6 +349,13 @@ private:
 
     // ---- import ----
     void getImBusMapInfo(const QString &line, QMap<QString, QVector<FuncAndMapInfo>> &map);
+    // The intake's selection by the import module list, for one parsed row.
+    void takeImportRow(const FuncAndMapInfo &row, QMap<QString, QVector<FuncAndMapInfo>> &map);
+    QVector<ImportReport::Dropped> repeatedRows(const QVector<ImportRow> &rows);
+    // Why the cleaning dropped a row: the first of its rules, and its kind.
+    QString importDropReason(BiBo dir, const FuncAndMapInfo &row, QString *kind);
+    // Counts and lists what the cleaning and the collision search made of `rows`.
+    void reportImport(const QVector<ImportRow> &rows, ImportReport &report);
     void delIllegalBusMap();
     // Removes the import rows `refused` holds for, noting an illegal import.
     template<typename Refused>

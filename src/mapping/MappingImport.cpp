@@ -50,19 +50,7 @@ void BusFileDataManager::getImBusMapInfo(const QString &line,
 {
     QVector<FuncAndMapInfo> parsed;
     parseSignalMap(line, parsed);
-    const FuncAndMapInfo row = parsed.isEmpty() ? FuncAndMapInfo() : parsed.constFirst();
-
-    if (imModuleList.isEmpty())
-        return;
-    // The process-variable layout is imported apart from the mapping, so
-    // selecting it means "everything else".
-    if (imModuleList.contains(pv_layout)) {
-        if (row.module == pv_layout)
-            return;
-    } else if (!imModuleList.contains(row.module)) {
-        return;
-    }
-    map[row.fieldBus].append(row);
+    takeImportRow(parsed.isEmpty() ? FuncAndMapInfo() : parsed.constFirst(), map);
 }
 
 template<typename Refused>

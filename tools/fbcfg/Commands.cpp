@@ -151,31 +151,6 @@ int checkSignalBus(const Call &call, BusFileDataManager *manager, const QString 
     return refuse(Fbcfg::tr("bus %1 is switched off").arg(bus));
 }
 
-QString RepeatFinder::repeat(BiBo dir, const FuncAndMapInfo &row, int line)
-{
-    const QChar gap = QLatin1Char('\n');
-    const QString function =
-            QString::number(dir) + gap + row.module + gap + row.name.toCaseFolded();
-    const QString place = QString::number(dir) + gap + row.fieldBus.toCaseFolded() + gap
-            + row.type.toCaseFolded() + gap + row.address.toCaseFolded();
-    const int functionLine = m_functions.value(function);
-    if (functionLine)
-        return Fbcfg::tr("%1 %2 is mapped as %3 already on line %4")
-                .arg(row.module, row.name, directionWord(dir))
-                .arg(functionLine);
-    // "-1" is no place: every function not mapped has it.
-    const bool mapped = row.address.trimmed() != QLatin1String("-1");
-    const int placeLine = mapped ? m_places.value(place) : 0;
-    if (placeLine)
-        return Fbcfg::tr("%1 %2 address %3 is taken already on line %4")
-                .arg(row.fieldBus, directionWord(dir), row.address)
-                .arg(placeLine);
-    m_functions.insert(function, line);
-    if (mapped)
-        m_places.insert(place, line);
-    return QString();
-}
-
 int checkBusFilter(BusFileDataManager *manager, const Call &call)
 {
     const QString wanted = call.value(QStringLiteral("bus"));

@@ -2,6 +2,7 @@
 
 #include <fieldbusconfig/ConfigSnapshot.h>
 #include <fieldbusconfig/FieldbusNames.h>
+#include <fieldbusconfig/ImportReport.h>
 #include <fieldbusconfig/FieldbusTypes.h>
 
 #include <QCommandLineParser>
@@ -57,29 +58,11 @@ int runDryRun(const Settings &settings, Handler handler, const Call &call);
 
 // ---- shared by the commands ----
 
-// The good rows of a CSV file of mappings, written to `mappingFile` in the
-// signal mapping format that the import reads; `rows` are those rows with
-// their CSV lines, `modules` their modules, `refused` why each other row
-// (by CSV line) cannot be imported. ExitOk, or the command's end.
-int csvToMappingFile(Session &session, const Call &call, const QString &csvPath,
-                     const QString &mappingFile, QVector<SnapshotMapping> &rows,
-                     QStringList &modules, QMap<int, QString> &refused);
-
-// Finds the rows of an import file that map a function (by module and name in
-// any case) or a place (bus, type and address other than "-1") that an earlier
-// row of the same direction maps already. The import's collision search pairs every present
-// row with every imported row it meets, so repeats would multiply; and a file
-// that maps one function or one address twice is wrong anyway.
-class RepeatFinder
-{
-public:
-    // Empty for a row met first; else why it repeats, naming the earlier line.
-    QString repeat(BiBo dir, const FuncAndMapInfo &row, int line);
-
-private:
-    QHash<QString, int> m_functions;
-    QHash<QString, int> m_places;
-};
+// The rows of a CSV file of mappings (as fbcfg export writes them) with
+// their lines, and why each other row (by CSV line) cannot be imported.
+// ExitOk, or the command's end.
+int readCsvRows(Session &session, const Call &call, const QString &csvPath,
+                QVector<ImportRow> &rows, QMap<int, QString> &refused);
 
 // The changes from `before` to `after`, grouped by file, or as JSON.
 void printChanges(const QVector<ConfigChange> &changes, const QString &before, const QString &after,

@@ -89,6 +89,32 @@ QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo
     return QString();
 }
 
+bool isHeader(QStringList fields)
+{
+    for (QString &field : fields)
+        field = field.trimmed().toLower();
+    return fields == header;
+}
+
+// ExitOk when the first record is the header; else a refusal that says what
+// to do, naming the delimiter the file uses when it is another.
+int checkHeader(const QString &csvPath, const QByteArray &bytes,
+                const QVector<csv::Record> &records, QChar delimiter)
+{
+    if (!records.isEmpty() && isHeader(records.constFirst().fields))
+        return ExitOk;
+    const QList<QChar> others{QLatin1Char(','), QLatin1Char(';')};
+    for (const QChar other : others) {
+        const QVector<csv::Record> retry = csv::parse(bytes.left(bytes.indexOf('\n')), other);
+        if (other != delimiter && !retry.isEmpty() && isHeader(retry.constFirst().fields))
+            return refuse(Fbcfg::tr("%1:1: the fields are separated by '%2'; read the file "
+                                    "with --delimiter '%2'")
+                                  .arg(csvPath, QString(other)));
+    }
+    return refuse(Fbcfg::tr("%1:1: the first row must be the header %2")
+                          .arg(csvPath, header.join(delimiter)));
+}
+
 } // namespace
 
 int runExport(Session &session, const Call &call)
@@ -146,9 +172,8 @@ int runExport(Session &session, const Call &call)
     return ExitOk;
 }
 
-int csvToMappingFile(Session &session, const Call &call, const QString &csvPath,
-                     const QString &mappingFile, QVector<SnapshotMapping> &rows,
-                     QStringList &modules, QMap<int, QString> &refused)
+int readCsvRows(Session &session, const Call &call, const QString &csvPath,
+                QVector<ImportRow> &rows, QMap<int, QString> &refused)
 {
     QChar delimiter;
     if (const int rc = readDelimiter(call, delimiter))
@@ -165,59 +190,17 @@ int csvToMappingFile(Session &session, const Call &call, const QString &csvPath,
                               .arg(csvPath)
                               .arg(line));
     const QVector<csv::Record> records = csv::parse(bytes, delimiter);
-    const auto isHeader = [](QStringList fields) {
-        for (QString &field : fields)
-            field = field.trimmed().toLower();
-        return fields == header;
-    };
-    if (records.isEmpty() || !isHeader(records.constFirst().fields)) {
-        const QList<QChar> others{QLatin1Char(','), QLatin1Char(';')};
-        for (const QChar other : others) {
-            const QVector<csv::Record> retry = csv::parse(bytes.left(bytes.indexOf('\n')), other);
-            if (other != delimiter && !retry.isEmpty() && isHeader(retry.constFirst().fields))
-                return refuse(Fbcfg::tr("%1:1: the fields are separated by '%2'; read the file "
-                                        "with --delimiter '%2'")
-                                      .arg(csvPath, QString(other)));
-        }
-        return refuse(Fbcfg::tr("%1:1: the first row must be the header %2")
-                              .arg(csvPath, header.join(delimiter)));
-    }
+    if (const int rc = checkHeader(csvPath, bytes, records, delimiter))
+        return rc;
     BusFileDataManager *m = session.manager();
-    // The good rows in the signal mapping format, inputs and outputs apart.
-    QByteArray sections[2];
-    QVector<int> lines[2];
-    RepeatFinder repeats;
     for (const csv::Record &record : records.mid(1)) {
-        FuncAndMapInfo row;
-        BiBo dir = BusInput;
-        QString why = readRow(m, record, row, dir);
+        ImportRow row;
+        row.line = record.line;
+        const QString why = readRow(m, record, row.row, row.direction);
         if (why.isEmpty())
-            why = repeats.repeat(dir, row, record.line);
-        if (!why.isEmpty()) {
+            rows.append(row);
+        else
             refused.insert(record.line, why);
-            continue;
-        }
-        sections[dir] += QStringLiteral("    -Module %1 -Name %2 -Type %3 -FieldBus %4 -Address %5 "
-                                        "-FilterTime %6 -Invert %7\n")
-                                 .arg(row.module, row.name, row.type, row.fieldBus, row.address,
-                                      row.filterTime, row.invert)
-                                 .toUtf8();
-        lines[dir].append(record.line);
-        if (!modules.contains(row.module))
-            modules.append(row.module);
     }
-    QSaveFile out(mappingFile);
-    const QByteArray text = fieldbusnames::systemInputMarker.toUtf8() + '\n' + sections[BusInput]
-            + '\n' + fieldbusnames::systemOutputMarker.toUtf8() + '\n' + sections[BusOutput];
-    if (!out.open(QIODevice::WriteOnly) || out.write(text) != text.size() || !out.commit()
-        || !ConfigSnapshot::readMappingFile(mappingFile, rows)
-        || rows.size() != lines[BusInput].size() + lines[BusOutput].size()) {
-        Output::error(Fbcfg::tr("cannot write %1").arg(mappingFile));
-        return ExitFailure;
-    }
-    // Rows are named by their lines in the CSV file.
-    const QVector<int> csvLines = lines[BusInput] + lines[BusOutput];
-    for (int i = 0; i < rows.size(); ++i)
-        rows[i].line = csvLines.at(i);
     return ExitOk;
 }

@@ -2,12 +2,10 @@
 #include "Output.h"
 #include "Session.h"
 #include <fieldbusconfig/ConfigSnapshot.h>
-#include <fieldbusconfig/platform/DataAccess.h>
 
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
-#include <QTemporaryDir>
 
 #include <cstdio>
 
@@ -17,44 +15,6 @@ QString rowText(const FuncAndMapInfo &row, BiBo dir)
 {
     return QStringLiteral("%1 %2 (%3) %4 %5")
             .arg(row.module, row.name, directionWord(dir), row.fieldBus, row.address);
-}
-
-// Why the import's cleaning dropped a row: the first of its rules, in its order.
-QString dropReason(BusFileDataManager *m, BiBo dir, const FuncAndMapInfo &row)
-{
-    const QString &key = row.fieldBus;
-    const QStringList on = signalBuses(m);
-    const bool isGroup = fieldbusnames::isGroupKey(key);
-    const QString bus = fieldbusnames::busOfKey(key);
-    if (!on.contains(bus))
-        return Fbcfg::tr("bus %1 is not switched on").arg(bus);
-    const int address = row.address.toInt();
-    if (!isGroup) {
-        const int count = m->getBusNum(key, dir, row.type);
-        if (address < 0 || address > count - 1)
-            return Fbcfg::tr("the address is outside %1's %2 %3 %4 addresses")
-                    .arg(bus)
-                    .arg(count)
-                    .arg(row.type, directionWord(dir));
-    } else if (m->isGroupIdExist(key, dir, row.type, address, true)
-                       .compare(QLatin1String("ok"), Qt::CaseInsensitive)
-               != 0) {
-        return Fbcfg::tr("there is no %1 %2 group %3 on %4")
-                .arg(row.type, directionWord(dir))
-                .arg(address)
-                .arg(bus);
-    }
-    if (!isGroup && row.type.compare(QLatin1String("bool"), Qt::CaseInsensitive) == 0) {
-        for (const QString &type :
-             {QStringLiteral("string"), QStringLiteral("float"), QStringLiteral("int")}) {
-            const QString number =
-                    m->isAddressGroupValid(key, dir, type, QStringLiteral("no"),
-                                           row.address + QStringLiteral(",-1"), true);
-            if (number.compare(QLatin1String("ok"), Qt::CaseInsensitive) != 0)
-                return Fbcfg::tr("the bool signal lies inside %1 group %2").arg(type, number);
-        }
-    }
-    return Fbcfg::tr("not taken");
 }
 
 // Which side wins for functions both sides map differently: 1 present, 2 imported.
@@ -98,37 +58,133 @@ int runBackup(Session &session, const Call &)
     return ExitOk;
 }
 
-int runImport(Session &session, const Call &call)
+namespace {
+
+// The usage of import: FILE with --modules or --all, or --csv FILE.
+int checkImportUsage(const Call &call)
 {
     const bool fromCsv = call.isSet(QStringLiteral("csv"));
     const bool all = call.isSet(QStringLiteral("all"));
-    const bool skipBad = call.isSet(QStringLiteral("skip-bad"));
     if (fromCsv) {
         if (!call.args.isEmpty())
             return usageError(call, Fbcfg::tr("give either FILE or --csv FILE"));
         if (all || call.isSet(QStringLiteral("modules")))
             return usageError(call, Fbcfg::tr("--modules and --all do not apply to --csv"));
-    } else {
-        if (call.args.isEmpty())
-            return usageError(call, Fbcfg::tr("missing argument FILE"));
-        if (all == call.isSet(QStringLiteral("modules")))
-            return usageError(call, Fbcfg::tr("give either --modules A,B or --all"));
-        if (skipBad)
-            return usageError(call, Fbcfg::tr("--skip-bad applies to --csv only"));
+        return ExitOk;
     }
+    if (call.args.isEmpty())
+        return usageError(call, Fbcfg::tr("missing argument FILE"));
+    if (all == call.isSet(QStringLiteral("modules")))
+        return usageError(call, Fbcfg::tr("give either --modules A,B or --all"));
+    if (call.isSet(QStringLiteral("skip-bad")))
+        return usageError(call, Fbcfg::tr("--skip-bad applies to --csv only"));
+    return ExitOk;
+}
+
+// --prefer as the answer to the library's question: 1 present, 2 imported, 0 ask.
+int readPreference(const Call &call, int &preference)
+{
+    preference = 0;
+    if (!call.isSet(QStringLiteral("prefer")))
+        return ExitOk;
+    const QString prefer = call.value(QStringLiteral("prefer"));
+    if (prefer != QLatin1String("present") && prefer != QLatin1String("imported"))
+        return usageError(call,
+                          Fbcfg::tr("--prefer must be present or imported, not '%1'").arg(prefer));
+    preference = prefer == QLatin1String("present") ? MsgBox::Yes : MsgBox::No;
+    return ExitOk;
+}
+
+// The modules --modules names (or every module but the process-variable layout).
+int readModules(const Call &call, BusFileDataManager *m, QStringList &modules)
+{
+    modules = QStringList{pv_layout};
+    if (call.isSet(QStringLiteral("all")))
+        return ExitOk;
+    modules.clear();
+    for (const QString &given : call.value(QStringLiteral("modules")).split(QLatin1Char(','))) {
+        const QString name = given.trimmed();
+        const QString key = name == pv_layout ? pv_layout : moduleKey(m, name);
+        if (key.isEmpty())
+            return unknownName(call, Fbcfg::tr("no module %1").arg(name), name, m->getModuleList());
+        modules.append(key);
+    }
+    return ExitOk;
+}
+
+// The library's report of a saved mapping's import; the command's end when
+// the file repeats rows.
+int prepareFromFile(const Call &call, BusFileDataManager *m, const QString &file,
+                    ImportReport &report)
+{
+    QStringList modules;
+    if (const int rc = readModules(call, m, modules))
+        return rc;
+    report = m->prepareImport(file, modules);
+    if (!report.readable) {
+        Output::error(Fbcfg::tr("cannot read %1").arg(file));
+        return ExitFailure;
+    }
+    for (const ImportReport::Dropped &d : qAsConst(report.repeated))
+        Output::note(QStringLiteral("%1:%2: %3").arg(file).arg(d.row.line).arg(d.reason));
+    if (!report.repeated.isEmpty())
+        return refuse(Fbcfg::tr("nothing was changed: %1 of the file map again what an earlier "
+                                "row maps")
+                              .arg(rowCount(report.repeated.size())));
+    return ExitOk;
+}
+
+// What the import takes, finds there, drops or refuses, and what collides.
+int printReport(const Call &call, const QString &file, const ImportReport &report,
+                QMap<int, QString> refused)
+{
+    const bool fromCsv = call.isSet(QStringLiteral("csv"));
+    QStringList dropped;
+    for (const ImportReport::Dropped &d : report.dropped + report.repeated) {
+        const QString text =
+                QStringLiteral("%1: %2").arg(rowText(d.row.row, d.row.direction), d.reason);
+        if (fromCsv)
+            refused.insert(d.row.line, d.kind == QLatin1String("repeated") ? d.reason : text);
+        else
+            dropped.append(
+                    QStringLiteral("  %1 %2").arg(Fbcfg::tr("line %1").arg(d.row.line), text));
+    }
+    Output::line((fromCsv ? Fbcfg::tr("%1: %2 to import, %3 already there, %4 refused")
+                          : Fbcfg::tr("%1: %2 to import, %3 already there, %4 dropped"))
+                         .arg(file, rowCount(report.taken))
+                         .arg(report.alreadyThere)
+                         .arg(fromCsv ? refused.size() : dropped.size()));
+    for (auto it = refused.cbegin(); it != refused.cend(); ++it)
+        Output::note(QStringLiteral("%1:%2: %3").arg(file).arg(it.key()).arg(it.value()));
+    for (const QString &line : qAsConst(dropped))
+        Output::line(line);
+    if (fromCsv && !refused.isEmpty() && !call.isSet(QStringLiteral("skip-bad")))
+        return refuse(Fbcfg::tr("nothing was written: %1 cannot be imported (--skip-bad "
+                                "imports the others)")
+                              .arg(rowCount(refused.size())));
+    for (const ImportReport::Collision &c : report.collisions)
+        Output::line(Fbcfg::tr("  collision: %1 takes the address of %2")
+                             .arg(rowText(c.row.row, c.row.direction), c.holder));
+    for (const ImportReport::Moved &moved : report.moved)
+        Output::line(Fbcfg::tr("  mapped differently: %1, present %2 %3")
+                             .arg(rowText(moved.row.row, moved.row.direction),
+                                  moved.present.fieldBus, moved.present.address));
+    return ExitOk;
+}
+
+} // namespace
+
+int runImport(Session &session, const Call &call)
+{
+    if (const int rc = checkImportUsage(call))
+        return rc;
     int preference = 0;
-    if (call.isSet(QStringLiteral("prefer"))) {
-        const QString prefer = call.value(QStringLiteral("prefer"));
-        if (prefer != QLatin1String("present") && prefer != QLatin1String("imported"))
-            return usageError(
-                    call, Fbcfg::tr("--prefer must be present or imported, not '%1'").arg(prefer));
-        preference = prefer == QLatin1String("present") ? MsgBox::Yes : MsgBox::No;
-    }
+    if (const int rc = readPreference(call, preference))
+        return rc;
+    const bool fromCsv = call.isSet(QStringLiteral("csv"));
     const QString file =
             session.userPath(fromCsv ? call.value(QStringLiteral("csv")) : call.args.at(0));
-    QVector<SnapshotMapping> fileRows;
-    if (!QFileInfo(file).isFile()
-        || (!fromCsv && !ConfigSnapshot::readMappingFile(file, fileRows))) {
+    if (!QFileInfo(file).isFile()) {
         Output::error(Fbcfg::tr("cannot read %1").arg(file));
         return ExitFailure;
     }
@@ -139,154 +195,24 @@ int runImport(Session &session, const Call &call)
     if (const EditVerdict verdict = m->canEdit(); !verdict.allowed())
         return refuse(verdict.text);
 
-    QStringList modules{pv_layout};
-    // A CSV file reaches the manager as a file in the signal mapping format.
-    QString mappingFile = file;
+    ImportReport report;
     QMap<int, QString> refused;
-    QTemporaryDir scratch;
     if (fromCsv) {
-        modules.clear();
-        mappingFile = scratch.filePath(QStringLiteral("signal_mapping_csv.cfg"));
-        if (const int rc =
-                    csvToMappingFile(session, call, file, mappingFile, fileRows, modules, refused))
+        QVector<ImportRow> rows;
+        if (const int rc = readCsvRows(session, call, file, rows, refused))
             return rc;
-    } else if (!all) {
-        modules.clear();
-        for (const QString &name : call.value(QStringLiteral("modules")).split(QLatin1Char(','))) {
-            const QString key =
-                    name.trimmed() == pv_layout ? pv_layout : moduleKey(m, name.trimmed());
-            if (key.isEmpty())
-                return unknownName(call, Fbcfg::tr("no module %1").arg(name.trimmed()),
-                                   name.trimmed(), m->getModuleList());
-            modules.append(key);
-        }
+        report = m->prepareImport(rows);
+    } else if (const int rc = prepareFromFile(call, m, file, report)) {
+        return rc;
     }
-    // The rows the import reads: those of the listed modules, or every module
-    // but PV_layout when it is listed.
-    const auto selected = [&modules](const FuncAndMapInfo &row) {
-        return modules.contains(pv_layout) ? row.module != pv_layout : modules.contains(row.module);
-    };
-    if (!fromCsv) {
-        RepeatFinder repeats;
-        QStringList repeated;
-        for (const SnapshotMapping &mapping : qAsConst(fileRows)) {
-            const QString why = selected(mapping.row)
-                    ? repeats.repeat(mapping.direction, mapping.row, mapping.line)
-                    : QString();
-            if (!why.isEmpty())
-                repeated.append(QStringLiteral("%1:%2: %3").arg(file).arg(mapping.line).arg(why));
-        }
-        for (const QString &line : qAsConst(repeated))
-            Output::note(line);
-        if (!repeated.isEmpty())
-            return refuse(Fbcfg::tr("nothing was changed: %1 of the file map again what an "
-                                    "earlier row maps")
-                                  .arg(rowCount(repeated.size())));
-    }
-    if (!m->readMapParaBackup(mappingFile, modules)) {
-        Output::error(Fbcfg::tr("the library could not read %1").arg(file));
-        return ExitFailure;
-    }
-
-    // What the cleaning kept, dropped, or found there already.
-    int taken = 0;
-    int already = 0;
-    QStringList dropped;
-    const QChar gap = QLatin1Char('\n');
-    for (const BiBo dir : {BusInput, BusOutput}) {
-        // The rows the cleaning kept, counted by what they are.
-        const auto keptKey = [gap](const FuncAndMapInfo &r) {
-            return r.module + gap + r.name + gap + r.type + gap + r.fieldBus + gap + r.address;
-        };
-        QHash<QString, int> kept;
-        const auto importMap = m->getImportBusMap(dir);
-        for (const QVector<FuncAndMapInfo> &rows : importMap) {
-            for (const FuncAndMapInfo &row : rows)
-                ++kept[keptKey(row)];
-        }
-        // The present rows, as the collision search tells a row that is there already.
-        const auto presentKey = [gap](const FuncAndMapInfo &r) {
-            return r.fieldBus + gap + r.name + gap + r.type.toCaseFolded() + gap
-                    + r.address.toCaseFolded();
-        };
-        QSet<QString> present;
-        QVector<FuncAndMapInfo> table;
-        m->getBusSignalMap(dir, table);
-        for (const FuncAndMapInfo &row : qAsConst(table))
-            present.insert(presentKey(row));
-        for (const SnapshotMapping &mapping : qAsConst(fileRows)) {
-            const FuncAndMapInfo &row = mapping.row;
-            if (mapping.direction != dir || !selected(row))
-                continue;
-            const auto survivor = kept.find(keptKey(row));
-            if (survivor != kept.end() && *survivor > 0) {
-                --*survivor;
-                ++taken;
-                continue;
-            }
-            if (present.contains(presentKey(row)))
-                ++already;
-            else if (fromCsv)
-                refused.insert(
-                        mapping.line,
-                        QStringLiteral("%1: %2").arg(rowText(row, dir), dropReason(m, dir, row)));
-            else
-                dropped.append(QStringLiteral("  %1 %2: %3")
-                                       .arg(Fbcfg::tr("line %1").arg(mapping.line),
-                                            rowText(row, dir), dropReason(m, dir, row)));
-        }
-    }
-    if (fromCsv) {
-        Output::line(Fbcfg::tr("%1: %2 to import, %3 already there, %4 refused")
-                             .arg(file, rowCount(taken))
-                             .arg(already)
-                             .arg(refused.size()));
-        for (auto it = refused.cbegin(); it != refused.cend(); ++it)
-            Output::note(QStringLiteral("%1:%2: %3").arg(file).arg(it.key()).arg(it.value()));
-        if (!refused.isEmpty() && !skipBad)
-            return refuse(Fbcfg::tr("nothing was written: %1 cannot be imported (--skip-bad "
-                                    "imports the others)")
-                                  .arg(rowCount(refused.size())));
-    } else {
-        Output::line(Fbcfg::tr("%1: %2 to import, %3 already there, %4 dropped")
-                             .arg(file, rowCount(taken))
-                             .arg(already)
-                             .arg(dropped.size()));
-        for (const QString &line : qAsConst(dropped))
-            Output::line(line);
-    }
-
-    for (const BiBo dir : {BusInput, BusOutput}) {
-        // Who holds each place: the first present row there.
-        const auto placeKey = [gap](const FuncAndMapInfo &r) {
-            return r.fieldBus + gap + r.address + gap + r.type.toCaseFolded();
-        };
-        QHash<QString, QString> holders;
-        QVector<FuncAndMapInfo> present;
-        m->getBusSignalMap(dir, present);
-        for (const FuncAndMapInfo &p : qAsConst(present)) {
-            const QString key = placeKey(p);
-            if (!holders.contains(key))
-                holders.insert(key, QStringLiteral("%1 %2").arg(p.module, p.name));
-        }
-        for (const FuncAndMapInfo &row : m->getImportAddressCollisions(dir))
-            Output::line(Fbcfg::tr("  collision: %1 takes the address of %2")
-                                 .arg(rowText(row, dir), holders.value(placeKey(row))));
-        const QList<FuncAndMapInfo> remapped = m->getImportRemappedFunctions(dir);
-        const QList<FuncAndMapInfo> presentRows = m->getImportPresentRows(dir);
-        for (int i = 0; i < remapped.size(); ++i) {
-            const FuncAndMapInfo &p = presentRows.value(i);
-            Output::line(Fbcfg::tr("  mapped differently: %1, present %2 %3")
-                                 .arg(rowText(remapped.at(i), dir), p.fieldBus, p.address));
-        }
-    }
-
-    if (taken == 0 && !BusFileDataManager::_isConflictImportMap) {
+    if (const int rc = printReport(call, file, report, refused))
+        return rc;
+    if (report.taken == 0 && !report.needsAnswer) {
         Output::line(Fbcfg::tr("nothing to import; the mapping stays as it is"));
         return ExitOk;
     }
     int answer = MsgBox::Yes;
-    if (BusFileDataManager::_isConflictImportMap) {
+    if (report.needsAnswer) {
         answer = preference ? preference : Output::stdinIsTerminal() ? askPreference() : 0;
         if (!answer) {
             Output::error(Fbcfg::tr("nothing was changed: the import collides with the present "
@@ -294,28 +220,11 @@ int runImport(Session &session, const Call &call)
             return ExitFailure;
         }
     }
-    m->handleImportMapData(MsgBox::returnValue(answer));
-    // The present mapping is kept on the controller before it is replaced.
-    if (!m->copyMapBackup() || !m->sendMapBackupToCtrl()) {
-        Output::error(Fbcfg::tr("backing up the present mapping to %1 failed; nothing was changed")
-                              .arg(RDE_SIGNAL_MAP_BACKUP_CFG));
+    QString error;
+    if (!m->finishImport(MsgBox::returnValue(answer), &error)) {
+        Output::error(error);
         return ExitFailure;
     }
-    // A path other than the standard one writes the import's result and sends nothing.
-    const QString local = TPU_FIELDBUS_DIR + QStringLiteral("/signal_mapping_import.cfg");
-    if (!m->writeSendSignalMapCfg(local, RDE_SIGNAL_MAP_CFG)) {
-        Output::error(Fbcfg::tr("cannot write %1").arg(local));
-        return ExitFailure;
-    }
-    bool sent = false;
-    for (int attempt = 0; attempt < 3 && !sent; ++attempt)
-        sent = DataAccess::SendFileFromTPU2Controller(local, RDE_SIGNAL_MAP_CFG, false);
-    if (!sent) {
-        Output::error(
-                Fbcfg::tr("sending the imported mapping to %1 failed").arg(RDE_SIGNAL_MAP_CFG));
-        return ExitFailure;
-    }
-    g_imIoType = IoTypeAll;
     Output::line(Fbcfg::tr("%1 now holds %2 input and %3 output rows; restart the controller for "
                            "the new mapping to take effect")
                          .arg(RDE_SIGNAL_MAP_CFG)
