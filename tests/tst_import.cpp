@@ -2,6 +2,7 @@
 #include "ImportTestData.h"
 #include "ManagerTest.h"
 #include "MappingRows.h"
+#include "PendantSim.h"
 #include "PlainImport.h"
 
 #include <QRandomGenerator>
@@ -214,6 +215,45 @@ private slots:
         QVERIFY(manager->writeSendSignalMapCfg(local, remote));
         QVERIFY(BusFileDataManager::sendFileToCtrl(remote, local));
         QCOMPARE(workspace.controllerFile(remote), fixture(expectedFile));
+    }
+
+    // The import as one operation: each row's fate with its line and the
+    // rule's kind; the end backs up, writes, sends and marks the import done,
+    // and a backup that cannot be sent changes nothing.
+    void operation_data()
+    {
+        QTest::addColumn<int>("failures");
+        add("done", 0);
+        add("backup not sent", 1);
+    }
+
+    void operation()
+    {
+        QFETCH(int, failures);
+        const QByteArray present = fixture("present_signal_mapping.cfg");
+        workspace.putControllerFile(RDE_SIGNAL_MAP_CFG, present);
+        manager->emitGetSignalMap();
+        QTRY_VERIFY(manager->isSignalMapRead);
+        QVector<ImportRow> imported;
+        int line = 1;
+        for (const FuncAndMapInfo &r : rows("m/A@ethcat=0 m/B=64 m/C@group_mtcp=9:int m/D=16 "
+                                            "m/E=5 m/E=6 m/F=5"))
+            imported.append({r, BusInput, ++line});
+        const ImportReport report = manager->prepareImport(imported);
+        QStringList fates;
+        for (const ImportReport::Dropped &d : report.dropped + report.repeated)
+            fates << QStringLiteral("%1 %2").arg(d.row.line).arg(d.kind);
+        QCOMPARE(fates, QStringList({"2 bus-off", "3 out-of-range", "4 group-missing",
+                                     "5 inside-group", "7 repeated", "8 repeated"}));
+        QCOMPARE(report.taken, 1);
+
+        g_imIoType = IoType(0);
+        pendantsim::failNextTransfers(failures);
+        QString error;
+        QCOMPARE(manager->finishImport(MsgBox::Yes, &error), failures == 0);
+        QCOMPARE(g_imIoType, failures == 0 ? IoTypeAll : IoType(0));
+        QCOMPARE(workspace.controllerFile(RDE_SIGNAL_MAP_CFG) != present, failures == 0);
+        QCOMPARE(error.contains("backing up"), failures > 0);
     }
 
     // The indexed search and the merges must agree with the plain walk, gathered rows included.

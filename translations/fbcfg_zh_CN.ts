@@ -252,26 +252,6 @@
         <translation>已删除 %1 (%2)</translation>
     </message>
     <message>
-        <source>bus %1 is not switched on</source>
-        <translation>总线 %1 未开启</translation>
-    </message>
-    <message>
-        <source>the address is outside %1&apos;s %2 %3 %4 addresses</source>
-        <translation>地址超出了 %1 的 %2 个 %3 %4地址的范围</translation>
-    </message>
-    <message>
-        <source>there is no %1 %2 group %3 on %4</source>
-        <translation>%4 上没有 %1 %2组 %3</translation>
-    </message>
-    <message>
-        <source>the bool signal lies inside %1 group %2</source>
-        <translation>该 bool 信号位于 %1 组 %2 之内</translation>
-    </message>
-    <message>
-        <source>not taken</source>
-        <translation>未采用</translation>
-    </message>
-    <message>
         <source>keep the present mapping (p) or take the imported one (i)? </source>
         <translation>保留现有映射 (p) 还是采用导入的映射 (i)? </translation>
     </message>
@@ -300,10 +280,6 @@
         <translation>无法读取 %1</translation>
     </message>
     <message>
-        <source>the library could not read %1</source>
-        <translation>库无法读取 %1</translation>
-    </message>
-    <message>
         <source>line %1</source>
         <translation>第 %1 行</translation>
     </message>
@@ -324,16 +300,8 @@
         <translation>未做任何更改：导入内容与现有映射冲突；请用 --prefer present|imported 选择</translation>
     </message>
     <message>
-        <source>backing up the present mapping to %1 failed; nothing was changed</source>
-        <translation>将现有映射备份到 %1 失败；未做任何更改</translation>
-    </message>
-    <message>
         <source>cannot write %1</source>
         <translation>无法写入 %1</translation>
-    </message>
-    <message>
-        <source>sending the imported mapping to %1 failed</source>
-        <translation>将导入的映射发送到 %1 失败</translation>
     </message>
     <message>
         <source>%1 now holds %2 input and %3 output rows; restart the controller for the new mapping to take effect</source>
@@ -830,14 +798,6 @@
     <message>
         <source>--skip-bad applies to --csv only</source>
         <translation>--skip-bad 只适用于 --csv</translation>
-    </message>
-    <message>
-        <source>%1 %2 is mapped as %3 already on line %4</source>
-        <translation>%1 %2 已在第 %4 行映射为%3</translation>
-    </message>
-    <message>
-        <source>%1 %2 address %3 is taken already on line %4</source>
-        <translation>%1 的%2地址 %3 已被第 %4 行占用</translation>
     </message>
     <message>
         <source>Print the changes the command would make (as fbcfg diff does) and change nothing, neither the working copy nor the controller.</source>

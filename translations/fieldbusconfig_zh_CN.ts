@@ -147,6 +147,42 @@ simultaneous activation of multiple protocols.
         <source>%1 %2 group %3 of %4 is used by %5 %6; unmap it first</source>
         <translation>%4 的 %1 %2组 %3 正被 %5 %6 使用；请先取消其映射</translation>
     </message>
+    <message>
+        <source>%1 %2 is mapped as %3 already on line %4</source>
+        <translation>%1 %2 已在第 %4 行映射为%3</translation>
+    </message>
+    <message>
+        <source>%1 %2 address %3 is taken already on line %4</source>
+        <translation>%1 的%2地址 %3 已被第 %4 行占用</translation>
+    </message>
+    <message>
+        <source>bus %1 is not switched on</source>
+        <translation>总线 %1 未开启</translation>
+    </message>
+    <message>
+        <source>the address is outside %1&apos;s %2 %3 %4 addresses</source>
+        <translation>地址超出了 %1 的 %2 个 %3 %4地址的范围</translation>
+    </message>
+    <message>
+        <source>the bool signal lies inside %1 group %2</source>
+        <translation>该 bool 信号位于 %1 组 %2 之内</translation>
+    </message>
+    <message>
+        <source>not taken</source>
+        <translation>未采用</translation>
+    </message>
+    <message>
+        <source>backing up the present mapping to %1 failed; nothing was changed</source>
+        <translation>将现有映射备份到 %1 失败；未做任何更改</translation>
+    </message>
+    <message>
+        <source>cannot write %1</source>
+        <translation>无法写入 %1</translation>
+    </message>
+    <message>
+        <source>sending the imported mapping to %1 failed</source>
+        <translation>将导入的映射发送到 %1 失败</translation>
+    </message>
 </context>
 <context>
     <name>ConfigCheck</name>
