@@ -2,6 +2,7 @@
 #include "Logging.h"
 
 #include "ConfigFileIo.h"
+#include "FieldbusNames.h"
 #include "FileFormats.h"
 
 namespace {
@@ -133,8 +134,7 @@ int BusFileDataManager::getBusIndex(const QString &shortName)
 {
     // The index order is the controller's: it is also the BusType value and
     // the bit of the communication-performance switch.
-    static const QStringList order{"mtcp", "ethcat", "eip", "pfn", "ecm",
-                                   "dns",  "mbc",    "eim", "pnm", "dnm"};
+    static const QStringList order = fieldbusnames::busKindNames();
     return getWordIndex(order, shortName);
 }
 

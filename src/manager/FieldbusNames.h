@@ -4,6 +4,7 @@
 // share: one definition each, so that none of them spells its own.
 
 #include <QString>
+#include <QStringList>
 
 namespace fieldbusnames {
 
@@ -50,6 +51,34 @@ inline bool isBoolType(const QString &type)
 inline bool holdsBool(const QString &type)
 {
     return type.contains(QLatin1String("bool"), Qt::CaseInsensitive);
+}
+
+// The buses the controller's signals travel on, in the controller's order:
+// the index is the BusType value and the bit of the communication-performance
+// switch. `protocol` with "Slave" or "Master" names it in the switch's
+// question; `chineseName` is how the Chinese screens show it.
+struct BusKind
+{
+    const char *shortName;
+    const char *protocol;
+    bool master;
+    const char *chineseName;
+};
+inline const BusKind busKinds[] = {
+        {"mtcp", "ModbusTcp", false, "mtcp从站"}, {"ethcat", "EtherCat", false, "ethcat从站"},
+        {"eip", "EthernetIP", false, "eip从站"},  {"pfn", "Profinet", false, "pfn从站"},
+        {"ecm", "EtherCat", true, "ethcat主站"},  {"dns", "DeviceNet", false, "dn从站"},
+        {"mbc", "ModbusTcp", true, "mtcp主站"},   {"eim", "EthernetIP", true, "eip主站"},
+        {"pnm", "Profinet", true, "pfn主站"},     {"dnm", "DeviceNet", true, "dn主站"},
+};
+
+// The short names of busKinds, in their order.
+inline QStringList busKindNames()
+{
+    QStringList names;
+    for (const BusKind &kind : busKinds)
+        names.append(QLatin1String(kind.shortName));
+    return names;
 }
 
 // Language ids of the pendant; every other id reads the Chinese files too.

@@ -1,5 +1,7 @@
 #include "FieldbusTypes.h"
 
+#include "FieldbusNames.h"
+
 #include <QCoreApplication>
 
 const QString VAR_TYPE_NAMES[12] = {
@@ -14,13 +16,10 @@ const QStringList &performanceProtocolNames()
     static const QStringList names = [] {
         const QString slave = QCoreApplication::translate("BusFileDataManager", "Slave");
         const QString master = QCoreApplication::translate("BusFileDataManager", "Master");
-        return QStringList{
-                QStringLiteral("ModbusTcp") + slave,  QStringLiteral("EtherCat") + slave,
-                QStringLiteral("EthernetIP") + slave, QStringLiteral("Profinet") + slave,
-                QStringLiteral("EtherCat") + master,  QStringLiteral("DeviceNet") + slave,
-                QStringLiteral("ModbusTcp") + master, QStringLiteral("EthernetIP") + master,
-                QStringLiteral("Profinet") + master,  QStringLiteral("DeviceNet") + master,
-        };
+        QStringList list;
+        for (const fieldbusnames::BusKind &kind : fieldbusnames::busKinds)
+            list.append(QLatin1String(kind.protocol) + (kind.master ? master : slave));
+        return list;
     }();
     return names;
 }

@@ -7,19 +7,11 @@
 QString BusFileDataManager::getBusNameCn(const QString &shortName)
 {
     // Shown as they stand, not through the translation mechanism.
-    const QHash<QString, QString> names = {
-            {QStringLiteral("mtcp"), QStringLiteral("mtcp从站")},
-            {QStringLiteral("pfn"), QStringLiteral("pfn从站")},
-            {QStringLiteral("ethcat"), QStringLiteral("ethcat从站")},
-            {QStringLiteral("eip"), QStringLiteral("eip从站")},
-            {QStringLiteral("ecm"), QStringLiteral("ethcat主站")},
-            {QStringLiteral("dns"), QStringLiteral("dn从站")},
-            {QStringLiteral("mbc"), QStringLiteral("mtcp主站")},
-            {QStringLiteral("eim"), QStringLiteral("eip主站")},
-            {QStringLiteral("pnm"), QStringLiteral("pfn主站")},
-            {QStringLiteral("dnm"), QStringLiteral("dn主站")},
-    };
-    return names.value(shortName);
+    for (const fieldbusnames::BusKind &kind : fieldbusnames::busKinds) {
+        if (shortName == QLatin1String(kind.shortName))
+            return QString::fromUtf8(kind.chineseName);
+    }
+    return QString();
 }
 
 QString BusFileDataManager::getCurLanguageModuName(QString moduleName)

@@ -212,11 +212,7 @@ int runBusPerformance(Session &session, const Call &call)
     if (index < 0)
         return unknownName(call,
                            Fbcfg::tr("no bus %1 with a performance switch").arg(call.args.at(0)),
-                           call.args.at(0),
-                           {QStringLiteral("mtcp"), QStringLiteral("ethcat"), QStringLiteral("eip"),
-                            QStringLiteral("pfn"), QStringLiteral("ecm"), QStringLiteral("dns"),
-                            QStringLiteral("mbc"), QStringLiteral("eim"), QStringLiteral("pnm"),
-                            QStringLiteral("dnm")});
+                           call.args.at(0), fieldbusnames::busKindNames());
     const int value = BusFileDataManager::getPerformanceValue(BusType(index), mask,
                                                               state == QLatin1String("on"));
     if (const int rc = session.unansweredQuestion())
