@@ -7,6 +7,7 @@
 #include <QLockFile>
 #include <QStringList>
 
+#include <chrono>
 #include <csignal>
 #include <mutex>
 #include <thread>
@@ -55,9 +56,19 @@ void removeAndDie()
     unsigned char byte = 0;
     while (::read(r.pipe[0], &byte, 1) != 1) { }
     {
+        // The other threads may still be writing there (a fetch of the
+        // manager's, say): a few passes catch what they add meanwhile.
         std::lock_guard<std::mutex> lock(r.mutex);
-        for (const QString &dir : qAsConst(r.dirs))
-            QDir(dir).removeRecursively();
+        for (int pass = 0; pass < 50; ++pass) {
+            bool gone = true;
+            for (const QString &dir : qAsConst(r.dirs)) {
+                QDir(dir).removeRecursively();
+                gone = gone && !QFileInfo::exists(dir);
+            }
+            if (gone)
+                break;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
     }
     const int signal = byte;
     std::signal(signal, SIG_DFL);
@@ -91,6 +102,11 @@ FolderLock::~FolderLock() = default;
 bool FolderLock::tryLock(int timeoutMs)
 {
     return m_file->tryLock(timeoutMs);
+}
+
+bool FolderLock::isLocked() const
+{
+    return m_file->isLocked();
 }
 
 QString FolderLock::holder() const

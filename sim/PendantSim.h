@@ -89,6 +89,7 @@ public:
 
     // Waits up to `timeoutMs` for the lock; false while another process holds it.
     bool tryLock(int timeoutMs);
+    bool isLocked() const;
     // Who holds the lock after a failed tryLock, e.g. "pid 1234 (fbcfg)".
     QString holder() const;
 

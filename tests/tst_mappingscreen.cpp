@@ -412,7 +412,7 @@ void TestMappingScreen::saveRefused()
     }
     const QByteArray before = TestWorkspace::readFile(controllerFile);
     QTest::mouseClick(child<QPushButton>("saveButton"), Qt::LeftButton);
-    message = message.arg(QRegularExpression::escape(controllerFile));
+    message.replace(QStringLiteral("%1"), QRegularExpression::escape(controllerFile));
     QVERIFY2(QRegularExpression(message).match(status()).hasMatch(), qPrintable(status()));
     QCOMPARE(TestWorkspace::readFile(controllerFile), before);
     QVERIFY(child<QPushButton>("saveButton")->isEnabled());

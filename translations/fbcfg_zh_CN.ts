@@ -1031,5 +1031,9 @@
         <source>--filter-time must be a whole number of 0 or more, not &apos;%1&apos;</source>
         <translation>--filter-time 必须是 0 或更大的整数，而不是 &apos;%1&apos;</translation>
     </message>
+    <message>
+        <source>waiting for %1, which %2 is changing</source>
+        <translation>正在等待 %1，%2 正在修改它</translation>
+    </message>
 </context>
 </TS>

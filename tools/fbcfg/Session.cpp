@@ -88,7 +88,10 @@ QString Session::shownFilePath(const QString &rdeFilePath) const
 int Session::lock(const QString &folder)
 {
     auto lock = std::make_unique<pendantsim::FolderLock>(folder);
-    if (!lock->tryLock(int(m_settings.timeoutSeconds * 1000))) {
+    if (!lock->tryLock(0))
+        Output::error(
+                Fbcfg::tr("waiting for %1, which %2 is changing").arg(folder, lock->holder()));
+    if (!lock->isLocked() && !lock->tryLock(int(m_settings.timeoutSeconds * 1000))) {
         Output::error(Fbcfg::tr("busy: %1 is being changed by %2; waited %3 s (--timeout)")
                               .arg(folder, lock->holder())
                               .arg(m_settings.timeoutSeconds));
