@@ -5,8 +5,8 @@
 #include <QString>
 
 // Whether a mapping or group edit may be made and, if not, why: what the
-// screens' edit checks and validators answer, as a value. The specified
-// validators answer with texts ("ok", a module, a group number) for the
+// screens' edit checks and validators answer, as a value. The validators
+// themselves answer with texts ("ok", a module, a group number) for the
 // pendant's screens; a tool, a screen or a script asks the entry points of
 // BusFileDataManager (canMapFunction, canUnmapFunction, canSetGroup,
 // canDeleteGroup) and gets one of these.

@@ -1,4 +1,4 @@
-// The import as one operation: what the specified import steps do to a saved
+// The import as one operation: what the pendant's import steps do to a saved
 // mapping or to rows, reported row by row, and its end written and sent.
 #include "BusFileDataManager.h"
 
