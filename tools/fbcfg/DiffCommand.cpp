@@ -124,8 +124,9 @@ int runDiff(Session &session, const Call &call)
             return usageError(call, Fbcfg::tr("the folder %1 does not exist").arg(dir));
         before = loadFolder(dir);
         after = ConfigSnapshot::load(session.controllerDir(), ConfigSnapshot::ControllerLayout);
-        beforeName = dir;
-        afterName = Fbcfg::tr("%1 (controller)").arg(session.controllerDir());
+        // Named as the user gave them, as the check names its files.
+        beforeName = QDir::cleanPath(call.value(QStringLiteral("against")));
+        afterName = Fbcfg::tr("%1 (controller)").arg(session.shownControllerDir());
     } else {
         const QString local = session.localDir();
         if (!QFileInfo(local).isDir() || QDir(local).isEmpty()) {
@@ -136,7 +137,7 @@ int runDiff(Session &session, const Call &call)
         }
         before = ConfigSnapshot::load(session.controllerDir(), ConfigSnapshot::ControllerLayout);
         after = ConfigSnapshot::load(local, ConfigSnapshot::PendantLayout);
-        beforeName = Fbcfg::tr("%1 (controller)").arg(session.controllerDir());
+        beforeName = Fbcfg::tr("%1 (controller)").arg(session.shownControllerDir());
         afterName = Fbcfg::tr("%1 (working copy)").arg(local);
     }
     QVector<ConfigChange> changes = ConfigDiff::compare(before, after);
