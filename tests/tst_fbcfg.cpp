@@ -265,8 +265,8 @@ void TstFbcfg::run_data()
         "has no input function ext_strat; did you mean ext_start\\?");
     row("bus slip", {"group", "delete", "mtpc", "1", "--dir", "in", "--type", "int"}, 2,
         "no bus mtpc; did you mean mtcp\\?");
-    row("import module slip", {"import", "%CONTROLLER%/" + mapBackup, "--modules", "Wled"}, 2,
-        "no module Wled; did you mean Weld\\?");
+    row("import module slips", {"import", "%CONTROLLER%/" + mapBackup, "--modules", "Wled,Nope"}, 2,
+        "no module Wled; did you mean Weld\\?; no module Nope \\(known: ");
     row("negative address", {"map", "set", "{mod}", "{func}", "{bus}", "-3", "--dir", "in"}, 1,
         "refused: address -3 is beyond");
     row("negative filter time",
@@ -277,6 +277,17 @@ void TstFbcfg::run_data()
         "\"enabled\": false,\\s+\"mappable\": false,\\s+\"name\": \"ProfibusSlave\"");
     row("performance kept", {"bus", "performance", "eip", "off", "--current", "0"}, 1,
         "^kept: the switch word stays 0$");
+    // A performance switch already as asked keeps the word and asks nothing; a bus without
+    // signals and an option of the CSV import are usage errors that say so.
+    row("performance already on", {"bus", "performance", "eip", "on", "--current", "4"}, 1,
+        "^kept: the switch word stays 4$");
+    row("performance off, another's", {"bus", "performance", "eip", "off", "--current", "1"}, 1,
+        "^kept: the switch word stays 1$");
+    row("bus without signals", {"map", "set", "{mod}", "{func}", "fins", "1", "--dir", "in"}, 2,
+        "^fbcfg: bus fins carries no mapped signals; the buses that do are mtcp, ");
+    row("delimiter without csv",
+        {"import", "%CONTROLLER%/" + mapBackup, "--all", "--delimiter", ";"}, 2,
+        "--delimiter applies to --csv only");
     row("export to stdout", {"export", "--csv", "-"}, 0,
         "\\A\\S+ rows written to standard output\n\\z");
     row("unknown command", {"frobnicate"}, 2, "unknown command 'frobnicate'; see fbcfg --help");
@@ -410,7 +421,8 @@ void TstFbcfg::csvRefusedRows()
     const QList<QPair<QString, QString>> rows{
             {good, QString()},
             {m + ",no_such_function,,bool,mtcp,in,1,0,0", "declares no input function"},
-            {"NoModule," + f + ",,bool,mtcp,in,1,0,0", "no module 'NoModule'"},
+            {m.chopped(1) + "," + f + ",,bool,mtcp,in,1,0,0",
+             "no module '" + m.chopped(1) + "'; did you mean " + m + "?"},
             {m + "," + f + ",\"a,\"\"b\"\"\",bool,mtcp,up,1,0,0", "must be in or out, not 'up'"},
             {m + "," + f + ",,bool,mtcp,in,x1,0,0", "'x1' is not a number"},
             {m + "," + f + ",,bool,mtcp", "9 fields expected, found 5"},
@@ -481,11 +493,18 @@ void TstFbcfg::csvRecords_data()
 {
     QTest::addColumn<QStringList>("fields");
     QTest::addColumn<QString>("delimiter");
-    QTest::newRow("one empty field") << QStringList{""} << ",";
-    QTest::newRow("two empty fields") << QStringList{"", ""} << ",";
+    // A file as others write it, read alone; empty: what the writer writes.
+    QTest::addColumn<QByteArray>("file");
+    QTest::newRow("one empty field") << QStringList{""} << "," << QByteArray();
+    QTest::newRow("two empty fields") << QStringList{"", ""} << "," << QByteArray();
     QTest::newRow("quotes, delimiter, line break")
-            << QStringList{"a \"b\"", "c,d", "e\r\nf"} << ",";
-    QTest::newRow("semicolons") << QStringList{"a;b", "c,d", ""} << ";";
+            << QStringList{"a \"b\"", "c,d", "e\r\nf"} << "," << QByteArray();
+    QTest::newRow("semicolons") << QStringList{"a;b", "c,d", ""} << ";" << QByteArray();
+    QTest::newRow("spaces kept, last field empty")
+            << QStringList{"a ", " b", ""} << "," << QByteArray("\n\na , b,\r\n");
+    QTest::newRow("no line end at the end")
+            << QStringList{"a", "b"} << "," << QByteArray("a,\"b\"");
+    QTest::newRow("quoted empty field, LF") << QStringList{""} << "," << QByteArray("\"\"\n");
 }
 
 // What the writer writes, the reader reads back field for field.
@@ -493,9 +512,11 @@ void TstFbcfg::csvRecords()
 {
     QFETCH(QStringList, fields);
     QFETCH(QString, delimiter);
-    const QByteArray bytes = csv::format(fields, delimiter.at(0)) + csv::format({"x"});
+    QFETCH(QByteArray, file);
+    const QByteArray bytes =
+            file.isEmpty() ? csv::format(fields, delimiter.at(0)) + csv::format({"x"}) : file;
     const QVector<csv::Record> records = csv::parse(bytes, delimiter.at(0));
-    QCOMPARE(records.size(), 2);
+    QCOMPARE(records.size(), file.isEmpty() ? 2 : 1);
     QCOMPARE(records.at(0).fields, fields);
     QCOMPARE(records.at(0).error, QString());
 }

@@ -796,8 +796,8 @@
         <translation>缺少参数 FILE</translation>
     </message>
     <message>
-        <source>--skip-bad applies to --csv only</source>
-        <translation>--skip-bad 只适用于 --csv</translation>
+        <source>--%1 applies to --csv only</source>
+        <translation>--%1 只适用于 --csv</translation>
     </message>
     <message>
         <source>Print the changes the command would make (as fbcfg diff does) and change nothing, neither the working copy nor the controller.</source>
@@ -886,6 +886,10 @@
     <message>
         <source>no bus %1</source>
         <translation>没有总线 %1</translation>
+    </message>
+    <message>
+        <source>bus %1 carries no mapped signals; the buses that do are %2</source>
+        <translation>总线 %1 不承载映射信号；承载映射信号的总线有 %2</translation>
     </message>
     <message>
         <source>1 mapped signal of %1 stays mapped while it is off</source>
@@ -1000,8 +1004,8 @@
         <translation>字段之间的分隔字符（默认 ,）；使用小数逗号的地区的电子表格所保存的文件请用 &apos;;&apos;。</translation>
     </message>
     <message>
-        <source>Only one protocol may hold the switch; the library asks before taking it from another one. Nothing is written: the switch word is not kept in the files this tool handles. Exit status 0 and the new word when it changes; 1 and &quot;kept: ...&quot; when it stays as it is (the switch already so, or taking it from another protocol was declined).</source>
-        <translation>只有一个协议可以占有该开关；从另一个协议取走开关前库会先询问。不写入任何内容：开关字不保存在本工具处理的文件中。开关字改变时退出状态为 0 并打印新值；保持不变时（开关已是该状态，或拒绝从另一协议取走）退出状态为 1 并打印 &quot;kept: ...&quot;。</translation>
+        <source>Only one protocol may hold the switch; the library asks before taking it from another one (answer with --yes or --no). Nothing is written: the switch word is not kept in the files this tool handles. Exit status 0 and the new word when it differs from --current; 1 and &quot;kept: the switch word stays MASK&quot; when it does not: the bus&apos;s switch already so (on: MASK is the bus&apos;s bit alone; off: the bus&apos;s bit is clear), a MASK of several switches, or taking the switch from another protocol declined.</source>
+        <translation>只有一个协议可以占有该开关；从另一个协议取走开关前库会先询问（用 --yes 或 --no 回答）。不写入任何内容：开关字不保存在本工具处理的文件中。新开关字与 --current 不同时退出状态为 0 并打印新值；相同时退出状态为 1 并打印 &quot;未变更：开关字仍为 MASK&quot;：该总线的开关已是所要的状态（on：MASK 仅含该总线的位；off：该总线的位未置位）、MASK 含多个开关，或拒绝从另一协议取走开关。</translation>
     </message>
     <message>
         <source>Reads every file of the controller folder as it lies, and reports each problem as a compiler does: PATH:LINE: error: MESSAGE [KIND] (or warning:), PATH relative to the current folder. --format json or sarif for machines. Exit status 1 when there are errors (with --werror, also warnings), 0 otherwise.</source>

@@ -213,11 +213,17 @@ int runBusPerformance(Session &session, const Call &call)
         return unknownName(call,
                            Fbcfg::tr("no bus %1 with a performance switch").arg(call.args.at(0)),
                            call.args.at(0), fieldbusnames::busKindNames());
-    const int value = BusFileDataManager::getPerformanceValue(BusType(index), mask,
-                                                              state == QLatin1String("on"));
+    // A switch already as asked keeps the word without the library: it would ask
+    // to take the switch from the bus that holds it, and its "off" clears the
+    // word even when another protocol holds the switch.
+    const bool on = state == QLatin1String("on");
+    const int bit = 1 << index;
+    int value = mask;
+    if (on ? mask != bit : (mask & bit) != 0)
+        value = BusFileDataManager::getPerformanceValue(BusType(index), mask, on);
     if (const int rc = session.unansweredQuestion())
         return rc;
-    // -1: the library kept the word (another protocol holds the switch).
+    // -1: the library kept the word (a word of several switches, or declined).
     if (value == -1 || value == mask) {
         Output::line(Fbcfg::tr("kept: the switch word stays %1").arg(mask));
         return ExitRefused;

@@ -3,6 +3,8 @@
 #include "Output.h"
 #include <fieldbusconfig/BusFileDataManager.h>
 
+#include <algorithm>
+
 int usageError(const Call &call, const QString &what)
 {
     Output::error(Fbcfg::tr("%1; see fbcfg %2 --help").arg(what, call.name));
@@ -35,24 +37,34 @@ int editDistance(const QString &a, const QString &b)
 
 } // namespace
 
-int unknownName(const Call &call, const QString &missing, const QString &name,
-                const QStringList &known)
+QString closest(const QString &name, const QStringList &known)
 {
     // Close: a slip of a letter or two, never a third of the name.
-    QString closest;
+    QString found;
     int best = qMax(1, name.size() / 3) + 1;
     for (const QString &candidate : known) {
         const int distance = editDistance(name, candidate);
         if (distance < best) {
             best = distance;
-            closest = candidate;
+            found = candidate;
         }
     }
-    QString text = missing;
-    if (!closest.isEmpty())
-        text += Fbcfg::tr("; did you mean %1?").arg(closest);
-    return usageError(call,
-                      Fbcfg::tr("%1 (known: %2)").arg(text, known.join(QStringLiteral(", "))));
+    return found;
+}
+
+QString missingName(const QString &missing, const QString &name, const QStringList &known)
+{
+    const QString close = closest(name, known);
+    return close.isEmpty() ? missing : missing + Fbcfg::tr("; did you mean %1?").arg(close);
+}
+
+int unknownName(const Call &call, const QString &missing, const QString &name,
+                const QStringList &known)
+{
+    return usageError(
+            call,
+            Fbcfg::tr("%1 (known: %2)")
+                    .arg(missingName(missing, name, known), known.join(QStringLiteral(", "))));
 }
 
 int refuse(const QString &why)
@@ -146,6 +158,14 @@ int checkSignalBus(const Call &call, BusFileDataManager *manager, const QString 
     QStringList offered;
     for (const BusName &b : manager->getBusNameList(false, false))
         offered.append(b.shortName);
+    // fieldbus.xml lists buses (fins, free, ...) that carry no mapped signals.
+    const QMap<QString, BusName> all = manager->getAllBusName();
+    const bool listed = std::any_of(all.cbegin(), all.cend(),
+                                    [&bus](const BusName &b) { return b.shortName == bus; });
+    if (listed && !offered.contains(bus))
+        return usageError(call,
+                          Fbcfg::tr("bus %1 carries no mapped signals; the buses that do are %2")
+                                  .arg(bus, offered.join(QStringLiteral(", "))));
     if (!offered.contains(bus))
         return unknownName(call, Fbcfg::tr("no bus %1").arg(bus), bus, offered);
     return refuse(Fbcfg::tr("bus %1 is switched off").arg(bus));

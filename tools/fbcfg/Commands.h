@@ -70,8 +70,12 @@ void printChanges(const QVector<ConfigChange> &changes, const QString &before, c
 
 // Bad usage: one line naming what is wrong and where to read more.
 int usageError(const Call &call, const QString &what);
-// A name that is not there, as a usage error: `missing` ("no module Comon"),
-// then "did you mean Common?" when one known name is close, and the known names.
+// The known name closest to `name` (edit distance, without case) when one is
+// close enough to be a slip, else empty.
+QString closest(const QString &name, const QStringList &known);
+// `missing` ("no module Comon"), then "; did you mean Common?" when a known name is close.
+QString missingName(const QString &missing, const QString &name, const QStringList &known);
+// A name that is not there, as a usage error: missingName, then the known names.
 int unknownName(const Call &call, const QString &missing, const QString &name,
                 const QStringList &known);
 // "Refused" and why: exit status 1.

@@ -27,7 +27,7 @@ int readDelimiter(const Call &call, QChar &delimiter)
     const QString text = call.value(QStringLiteral("delimiter"));
     if (!call.isSet(QStringLiteral("delimiter")))
         delimiter = QLatin1Char(',');
-    else if (text.size() == 1 && text != QLatin1String("\"") && text != QLatin1String("\n"))
+    else if (text.size() == 1 && !QStringLiteral("\"\r\n").contains(text))
         delimiter = text.at(0);
     else
         return usageError(call,
@@ -47,13 +47,14 @@ QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo
         return Fbcfg::tr("%1 fields expected, found %2").arg(header.size()).arg(f.size());
     row.module = moduleKey(m, f.at(Module).trimmed());
     if (row.module.isEmpty())
-        return Fbcfg::tr("there is no module '%1'").arg(f.at(Module));
+        return missingName(Fbcfg::tr("there is no module '%1'").arg(f.at(Module)),
+                           f.at(Module).trimmed(), m->getModuleList());
     if (row.module == pv_layout)
         return Fbcfg::tr("the rows of %1 are not imported").arg(pv_layout);
     // Words match without regard to case, as spreadsheets like to capitalise.
     const QString direction = f.at(Direction).trimmed().toLower();
     if (direction != QLatin1String("in") && direction != QLatin1String("out"))
-        return Fbcfg::tr("the direction must be in or out, not '%1'").arg(direction);
+        return Fbcfg::tr("the direction must be in or out, not '%1'").arg(f.at(Direction));
     dir = direction == QLatin1String("in") ? BusInput : BusOutput;
     const QString name = f.at(Function).trimmed();
     const QVector<FuncAndMapInfo> declared = m->getFuncList(row.module).value(dir);
@@ -61,9 +62,14 @@ QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo
             std::find_if(declared.cbegin(), declared.cend(), [&name](const FuncAndMapInfo &d) {
                 return d.name == name || (!d.nameCn.isEmpty() && d.nameCn == name);
             });
-    if (function == declared.cend())
-        return Fbcfg::tr("%1 declares no %2 function '%3'")
-                .arg(row.module, directionWord(dir), name);
+    if (function == declared.cend()) {
+        QStringList names;
+        for (const FuncAndMapInfo &d : declared)
+            names.append(d.name);
+        return missingName(Fbcfg::tr("%1 declares no %2 function '%3'")
+                                   .arg(row.module, directionWord(dir), name),
+                           name, names);
+    }
     row.name = function->name;
     row.type = function->type;
     const QString type = f.at(Type).trimmed();

@@ -76,8 +76,11 @@ int checkImportUsage(const Call &call)
         return usageError(call, Fbcfg::tr("missing argument FILE"));
     if (all == call.isSet(QStringLiteral("modules")))
         return usageError(call, Fbcfg::tr("give either --modules A,B or --all"));
-    if (call.isSet(QStringLiteral("skip-bad")))
-        return usageError(call, Fbcfg::tr("--skip-bad applies to --csv only"));
+    for (const char *option : {"skip-bad", "delimiter"}) {
+        if (call.isSet(QLatin1String(option)))
+            return usageError(call,
+                              Fbcfg::tr("--%1 applies to --csv only").arg(QLatin1String(option)));
+    }
     return ExitOk;
 }
 
@@ -102,13 +105,22 @@ int readModules(const Call &call, BusFileDataManager *m, QStringList &modules)
     if (call.isSet(QStringLiteral("all")))
         return ExitOk;
     modules.clear();
+    // Every unknown name at once: a script fixes its list in one go.
+    QStringList missing;
+    const QStringList known = m->getModuleList();
     for (const QString &given : call.value(QStringLiteral("modules")).split(QLatin1Char(','))) {
         const QString name = given.trimmed();
         const QString key = name == pv_layout ? pv_layout : moduleKey(m, name);
         if (key.isEmpty())
-            return unknownName(call, Fbcfg::tr("no module %1").arg(name), name, m->getModuleList());
-        modules.append(key);
+            missing.append(missingName(Fbcfg::tr("no module %1").arg(name), name, known));
+        else
+            modules.append(key);
     }
+    if (!missing.isEmpty())
+        return usageError(
+                call,
+                Fbcfg::tr("%1 (known: %2)")
+                        .arg(missing.join(QStringLiteral("; ")), known.join(QStringLiteral(", "))));
     return ExitOk;
 }
 

@@ -155,11 +155,13 @@ const CommandInfo commands[] = {
                            "switch of a bus is turned on or off."),
          QT_TRANSLATE_NOOP("fbcfg",
                            "Only one protocol may hold the switch; the library asks before "
-                           "taking it from another one. Nothing is written: the switch word "
-                           "is not kept in the files this tool handles. Exit status 0 and the "
-                           "new word when it changes; 1 and \"kept: ...\" when it stays as it "
-                           "is (the switch already so, or taking it from another protocol was "
-                           "declined)."),
+                           "taking it from another one (answer with --yes or --no). Nothing is "
+                           "written: the switch word is not kept in the files this tool "
+                           "handles. Exit status 0 and the new word when it differs from "
+                           "--current; 1 and \"kept: the switch word stays MASK\" when it does "
+                           "not: the bus's switch already so (on: MASK is the bus's bit alone; "
+                           "off: the bus's bit is clear), a MASK of several switches, or taking "
+                           "the switch from another protocol declined."),
          "current", 2, 2, false, runBusPerformance},
         {"map", "list", "[--bus BUS] [--dir in|out] [--module MODULE]",
          QT_TRANSLATE_NOOP("fbcfg", "List the mapped signals."), nullptr, "bus dir module", 0, 0,
