@@ -280,10 +280,14 @@ ControllerTree writeControllerTree(const QString &root, int rows, TreeShape shap
         writeFile(tree.controllerDir() + fidbus + file.first, file.second);
         tree.controllerFiles.append(fidbus + file.first);
     }
-    // The slave device, which the check reads too (the start-up does not fetch it).
+    // The slave device and the safety descriptions, which the check reads too
+    // (the start-up fetches neither).
     writeFile(tree.controllerDir() + QStringLiteral("/fa/fbslave.cfgx"),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<fieldBusSlave>\n\t<backend>\n"
               "\t\t<endian>little</endian>\n\t</backend>\n</fieldBusSlave>\n");
+    writeFile(tree.controllerDir() + fidbus + QStringLiteral("pfs_description.xml"),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PfsUserDescription>\n"
+              "\t<InUserDescription/>\n\t<OutUserDescription/>\n</PfsUserDescription>\n");
     // A pendant file, read from the current folder.
     writeFile(tree.pendantDir() + QStringLiteral("/appParameters_en.xml"),
               (appParameters + QStringLiteral("</root>\n")).toUtf8());

@@ -2,6 +2,7 @@
 // rules against the validators they stand for, and the bundled sample trees.
 #include "BusFileDataManager.h"
 #include "ConfigCheck.h"
+#include "PendantSim.h"
 #include "TestWorkspace.h"
 
 #include <QRandomGenerator>
@@ -33,12 +34,21 @@ const QByteArray functionInfoXml = R"(<FunctionInfo>
 <Module Name="Weld" NameCn="焊接" Path="/application/fidbus/funclist/weld.xml"/>
 </FunctionInfo>)";
 
-const QByteArray weldListXml = R"(<FunctionList><Module>Weld</Module>
+// Thousands of inputs after the few the rows use, and a name declared again:
+// the lookup must find each function among many, the first of a name counting.
+QByteArray weldListXml()
+{
+    QByteArray padding;
+    for (int i = 0; i < 3000; ++i)
+        padding += "<F Description=\"pad" + QByteArray::number(i) + "\" Type=\"bool\"/>";
+    return R"(<FunctionList><Module>Weld</Module>
 <Input><F Description="arc_on" Type="bool"/><F Description="gas" Type="bool"/>
-<F Description="current" Type="int" Region="io"/></Input>
+<F Description="current" Type="int" Region="io"/>)"
+            + padding + R"(<F Description="gas" Type="int"/></Input>
 <AnalogInput><F Description="voltage" Type="float"/></AnalogInput>
 <Output><F Description="arc_ok" Type="bool"/><F Description="wire" Type="int"/></Output>
 </FunctionList>)";
+}
 
 // "in Weld arc_on bool MTCP 3" -> a mapping row; "raw:<text>" stands as it is.
 QByteArray mappingLine(const QString &row)
@@ -94,6 +104,9 @@ class ConfigCheckTest : public QObject
 
     TestWorkspace workspace;
 
+    // Beside the test data: a build tree has an examples folder of its own.
+    static QString examples() { return QDir::cleanPath(FBC_TEST_DATA "/../../examples"); }
+
     // "r2 bool-in-group" style labels of the findings: rN for the Nth mapping
     // row, gN for the Nth group row, else the file name and line.
     QStringList runOn(const QStringList &rows, const QStringList &groups)
@@ -103,8 +116,9 @@ class ConfigCheckTest : public QObject
              {std::pair(RDE_FIELDBUS_XML, fieldbusXml),
               std::pair(RDE_FUNC_INFO_XML, functionInfoXml),
               std::pair(RDE_FIELDBUS_CFG_XML, fieldbusConfigXml()),
-              std::pair(QString("/application/fidbus/funclist/weld.xml"), weldListXml),
+              std::pair(QString("/application/fidbus/funclist/weld.xml"), weldListXml()),
               std::pair(RDE_USER_DES_XML, QByteArray("<BioUserDescription/>")),
+              std::pair(RDE_PFS_DES_XML, QByteArray("<PfsUserDescription/>")),
               std::pair(RDE_FBSLAVE_CFGX, QByteArray("<Slave><endian>little</endian></Slave>"))})
             workspace.putControllerFile(rde, bytes);
         const QVector<int> rowLines = writeSections(
@@ -179,6 +193,11 @@ private slots:
                 << QStringList{}
                 << QStringList{"r1 function-unknown", "r2 function-unknown",
                                "r3 function-mapped-twice", "r4 function-mapped-twice"};
+        QTest::newRow("a list of thousands: the last, a name declared twice, undeclared")
+                << QStringList{"in Weld pad2999 bool MTCP 1", "in Weld gas int MTCP 2",
+                               "in Weld pad3000 bool MTCP 3", "out Weld pad7 bool MTCP 4"}
+                << QStringList{}
+                << QStringList{"r2 type-mismatch", "r3 function-unknown", "r4 function-unknown"};
         QTest::newRow("groups: overlap across types, duplicate, range, malformed")
                 << QStringList{} << QStringList{"in int 1 MTCP 0-7",
                                                 "in float 2 MTCP 7-9",
@@ -209,62 +228,130 @@ private slots:
         QCOMPARE(found, expected);
     }
 
-    // Every file that is missing, unreadable or not well-formed is a finding of
-    // its own (XML with line and column), and the others are still checked.
+    // One file of a copy of the sample broken per row: each file problem is a
+    // finding of its own (XML with line and column), and the rest is checked.
     void fileProblems_data()
     {
         QTest::addColumn<QString>("file");
-        QTest::addColumn<QByteArray>("bytes"); // null: the file is removed
-        QTest::addColumn<QString>("expected");
+        // Null: removed; "/": a folder in its place; "cut|X": the sample's
+        // file cut before X; "s|X|Y": X replaced by Y; else the whole file.
+        // pugixml puts an unexpected end on the last character.
+        QTest::addColumn<QByteArray>("edit");
+        QTest::addColumn<QStringList>("expected"); // every file-level finding
         const QByteArray removed;
+        const QString weld = "/application/fidbus/funclist/weld.xml";
         QTest::newRow("truncated fieldbus.xml")
-                << RDE_FIELDBUS_XML << fieldbusXml.left(60) + "\n<Fi"
-                << "fieldbus.xml:3:2 file-unreadable error";
-        QTest::newRow("random bytes") << RDE_FIELDBUS_CFG_XML << QByteArray("\x93\x07<\xff\x01", 5)
-                                      << "fieldbus_config.xml:1:5 file-unreadable error";
+                << RDE_FIELDBUS_XML << QByteArray("cut|shortname=\"EthCat\"")
+                << QStringList{"fieldbus.xml:4:32 file-unreadable error"};
+        QTest::newRow("random bytes")
+                << RDE_FIELDBUS_CFG_XML << QByteArray("\x93\x07<\xff\x01", 5)
+                << QStringList{"fieldbus_config.xml:1:0 encoding warning",
+                               "fieldbus_config.xml:1:5 file-unreadable error"};
         QTest::newRow("missing group file")
-                << RDE_GROUP_CFG << removed << "user_groupio.cfg:0:0 file-missing error";
-        QTest::newRow("missing slave device")
-                << RDE_FBSLAVE_CFGX << removed << "fbslave.cfgx:0:0 file-missing error";
-        QTest::newRow("broken slave device") << RDE_FBSLAVE_CFGX << QByteArray("<Slave><endian>")
-                                             << "fbslave.cfgx:1:15 file-unreadable error";
+                << RDE_GROUP_CFG << removed
+                << QStringList{"user_groupio.cfg:0:0 file-missing error"};
+        QTest::newRow("group file not UTF-8")
+                << RDE_GROUP_CFG << QByteArray("s|Configuration|Configuraci\xf3n")
+                << QStringList{"user_groupio.cfg:1:0 encoding warning"};
+        QTest::newRow("a folder for the mapping file")
+                << RDE_SIGNAL_MAP_CFG << QByteArray("/")
+                << QStringList{"signal_mapping.cfg:0:0 file-unreadable error"};
+        QTest::newRow("missing slave device") << RDE_FBSLAVE_CFGX << removed
+                                              << QStringList{"fbslave.cfgx:0:0 file-missing error"};
+        QTest::newRow("broken slave device")
+                << RDE_FBSLAVE_CFGX << QByteArray("cut|</endian>")
+                << QStringList{"fbslave.cfgx:4:16 file-unreadable error"};
         QTest::newRow("description with &")
-                << RDE_USER_DES_XML
-                << QByteArray("<BioUserDescription><V Variable=\"a\"><Index>1</Index>\n"
-                              "<Description>R&D</Description></V></BioUserDescription>")
-                << "user_description.xml:2:15 file-unreadable error";
+                << RDE_USER_DES_XML << QByteArray("s|Start from line PLC|R&D start")
+                << QStringList{"user_description.xml:6:15 file-unreadable error"};
         QTest::newRow("missing descriptions")
-                << RDE_USER_DES_XML << removed << "user_description.xml:0:0 file-missing warning";
-        QTest::newRow("missing function list") << "/application/fidbus/funclist/weld.xml" << removed
-                                               << "weld.xml:0:0 file-missing error";
-        QTest::newRow("not UTF-8") << RDE_GROUP_CFG << QByteArray("$$ caf\xe9\n#Group_Input:\n")
-                                   << "user_groupio.cfg:1:0 encoding warning";
+                << RDE_USER_DES_XML << removed
+                << QStringList{"user_description.xml:0:0 file-missing warning"};
+        QTest::newRow("missing safety descriptions")
+                << RDE_PFS_DES_XML << removed
+                << QStringList{"pfs_description.xml:0:0 file-missing warning"};
+        QTest::newRow("truncated safety descriptions")
+                << RDE_PFS_DES_XML << QByteArray("cut|</PfsUserDescription>")
+                << QStringList{"pfs_description.xml:42:23 file-unreadable error"};
+        QTest::newRow("missing function list")
+                << weld << removed << QStringList{"funclist/weld.xml:0:0 file-missing error"};
+        QTest::newRow("broken function list")
+                << weld << QByteArray("s|</Module>|</Modul>")
+                << QStringList{"funclist/weld.xml:3:16 file-unreadable error"};
+        QTest::newRow("function list outside the folder")
+                << RDE_FUNC_INFO_XML << QByteArray("s|/fidbus/funclist/weld|/../../weld")
+                << QStringList{"application/../../weld.xml:0:0 file-missing error"};
     }
 
     void fileProblems()
     {
         QFETCH(QString, file);
-        QFETCH(QByteArray, bytes);
-        QFETCH(QString, expected);
-        runOn({"in Weld arc_on bool EIP 99"}, {});
-        if (bytes.isNull())
-            workspace.removeControllerFile(file);
-        else
-            workspace.putControllerFile(file, bytes);
-        QStringList found;
-        for (const CheckFinding &f : ConfigCheck::run(ConfigSnapshot::load(
-                     workspace.controllerDir(), ConfigSnapshot::ControllerLayout)))
-            found << QStringLiteral("%1:%2:%3 %4 %5")
-                             .arg(f.file.section('/', -1))
-                             .arg(f.line)
-                             .arg(f.column)
-                             .arg(f.kind, f.severity);
-        // The file's own finding, and the mapping row's still checked (unless
-        // the file it needs is the one that is broken).
-        QVERIFY2(found.contains(expected), qPrintable(found.join('\n')));
-        if (!file.contains("fieldbus"))
-            QVERIFY2(found.contains("signal_mapping.cfg:4:0 address-out-of-range error"),
-                     qPrintable(found.join('\n')));
+        QFETCH(QByteArray, edit);
+        QFETCH(QStringList, expected);
+        QTemporaryDir dir;
+        QVERIFY(pendantsim::copyFolder(examples() + "/controller", dir.path()));
+        // A fault the check must still find (line 331) whatever else is broken.
+        const QString mapping = dir.path() + RDE_SIGNAL_MAP_CFG;
+        TestWorkspace::writeFile(mapping,
+                                 TestWorkspace::readFile(mapping)
+                                         + "    -Module Conveyor -Name conveyor_speed_set "
+                                           "-Type float -FieldBus PFN -Address 999\n");
+
+        const QString path = dir.path() + file;
+        const QByteArray sample = TestWorkspace::readFile(path);
+        QFile::remove(path);
+        if (edit == "/")
+            QVERIFY(QDir().mkpath(path));
+        else if (edit.startsWith("cut|"))
+            TestWorkspace::writeFile(path, sample.left(sample.indexOf(edit.mid(4))));
+        else if (edit.startsWith("s|"))
+            TestWorkspace::writeFile(
+                    path, QByteArray(sample).replace(edit.split('|')[1], edit.split('|')[2]));
+        else if (!edit.isNull())
+            TestWorkspace::writeFile(path, edit);
+
+        QStringList fileFindings;
+        QStringList all;
+        for (const CheckFinding &f :
+             ConfigCheck::run(ConfigSnapshot::load(dir.path(), ConfigSnapshot::ControllerLayout))) {
+            const QString label = QStringLiteral("%1:%2:%3 %4 %5")
+                                          .arg(f.file.section("fidbus/", -1).section("fa/", -1))
+                                          .arg(f.line)
+                                          .arg(f.column)
+                                          .arg(f.kind, f.severity);
+            all << label;
+            if (f.kind.startsWith("file-") || f.kind == "encoding")
+                fileFindings << label;
+        }
+        QCOMPARE(fileFindings, expected);
+        if (!file.endsWith("/fieldbus.xml") && file != RDE_SIGNAL_MAP_CFG)
+            QVERIFY2(all.contains("signal_mapping.cfg:331:0 address-out-of-range error"),
+                     qPrintable(all.join('\n')));
+    }
+
+    // Only what the writer would not give back as read blocks writing a file,
+    // and only that file.
+    void writeBlockers()
+    {
+        runOn({"raw:    -Module Weld -Name gas -Type bool -Address 1", "in Weld arc_on bool ECM 1"},
+              {"raw:    -Type int -Address 7 -FieldBus MTCP"});
+        const QString root = workspace.controllerDir();
+        workspace.putControllerFile(RDE_SIGNAL_MAP_CFG,
+                                    workspace.controllerFile(RDE_SIGNAL_MAP_CFG)
+                                            .replace("Configuration", "Configuraci\xf3n"));
+        workspace.putControllerFile(RDE_FBSLAVE_CFGX, "<fieldBusSlave>");
+        const QVector<CheckFinding> findings =
+                ConfigCheck::run(ConfigSnapshot::load(root, ConfigSnapshot::ControllerLayout));
+        for (const auto &[file, expected] :
+             {std::pair(RDE_SIGNAL_MAP_CFG, QStringList{"1 encoding", "7 malformed-line"}),
+              std::pair(RDE_GROUP_CFG, QStringList{"6 malformed-line"}),
+              std::pair(RDE_FBSLAVE_CFGX, QStringList{"1 file-unreadable"}),
+              std::pair(RDE_FIELDBUS_XML, QStringList{})}) {
+            QStringList found;
+            for (const CheckFinding &f : ConfigCheck::writeBlockers(findings, file))
+                found << QStringLiteral("%1 %2").arg(f.line).arg(f.kind);
+            QCOMPARE(found, expected);
+        }
     }
 
     // The collision, bool-in-group and overlap rules flag exactly what the
@@ -348,12 +435,10 @@ private slots:
     // faults its README lists.
     void sampleTrees()
     {
-        // Beside the test data: a build tree has an examples folder of its own.
-        const QString examples = QDir::cleanPath(FBC_TEST_DATA "/../../examples");
         const auto found = [&](const QString &tree) {
             QStringList labels;
             for (const CheckFinding &f : ConfigCheck::run(ConfigSnapshot::load(
-                         examples + '/' + tree, ConfigSnapshot::ControllerLayout)))
+                         examples() + '/' + tree, ConfigSnapshot::ControllerLayout)))
                 labels << QStringLiteral("%1:%2: %3")
                                   .arg(f.file.section('/', -1))
                                   .arg(f.line)
@@ -363,7 +448,7 @@ private slots:
         QCOMPARE(found("controller"), QStringList());
 
         const QString readme =
-                TestWorkspace::readFile(examples + "/controller-with-faults/README.md");
+                TestWorkspace::readFile(examples() + "/controller-with-faults/README.md");
         QStringList planted;
         const QRegularExpression item("^- `([^`]+)`", QRegularExpression::MultilineOption);
         for (auto it = item.globalMatch(readme); it.hasNext();)

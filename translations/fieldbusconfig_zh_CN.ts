@@ -215,6 +215,26 @@ simultaneous activation of multiple protocols.
         <translation>XML 格式不正确：%1</translation>
     </message>
     <message>
+        <source>the file is missing: the safety signals have no descriptions</source>
+        <translation>文件不存在：安全信号没有描述</translation>
+    </message>
+    <message>
+        <source>the function list of module %1 lies outside the controller folder; the pendant refuses to fetch it</source>
+        <translation>模块 %1 的功能列表位于控制器文件夹之外；示教器拒绝获取该文件</translation>
+    </message>
+    <message>
+        <source>a folder stands where the file should be</source>
+        <translation>此处应为文件，却是一个文件夹</translation>
+    </message>
+    <message>
+        <source>the file cannot be read: %1</source>
+        <translation>无法读取文件：%1</translation>
+    </message>
+    <message>
+        <source>not well-formed XML: &quot;&amp;&quot; starts no entity reference</source>
+        <translation>XML 格式不正确：“&amp;”未开始任何实体引用</translation>
+    </message>
+    <message>
         <source>the row lacks %1 or its value</source>
         <translation>该行缺少 %1 或其值</translation>
     </message>

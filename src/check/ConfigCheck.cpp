@@ -18,7 +18,8 @@ const QString warningSeverity = QStringLiteral("warning");
 
 QString fileName(const QString &rdeFilePath)
 {
-    return rdeFilePath.mid(1);
+    // Function-list paths come from a file and may lack the leading slash.
+    return rdeFilePath.startsWith(QLatin1Char('/')) ? rdeFilePath.mid(1) : rdeFilePath;
 }
 
 QString directionWord(BiBo dir)
@@ -222,18 +223,39 @@ private:
                 break;
             case SnapshotFileProblem::Missing:
                 // Without descriptions the screens show none; every other file
-                // they fetch stops them with an error when it is missing.
+                // they fetch leaves a screen empty or an edit impossible.
                 if (problem.file == RDE_USER_DES_XML)
                     add(problem.file, 0, "file-missing", warningSeverity,
                         ConfigCheck::tr("the file is missing: the signals have no descriptions"));
+                else if (problem.file == RDE_PFS_DES_XML)
+                    add(problem.file, 0, "file-missing", warningSeverity,
+                        ConfigCheck::tr(
+                                "the file is missing: the safety signals have no descriptions"));
                 else
                     add(problem.file, 0, "file-missing", errorSeverity,
                         ConfigCheck::tr("the file is missing"));
                 break;
+            case SnapshotFileProblem::Refused:
+                add(problem.file, 0, "file-missing", errorSeverity,
+                    ConfigCheck::tr("the function list of module %1 lies outside the "
+                                    "controller folder; the pendant refuses to fetch it")
+                            .arg(problem.detail));
+                break;
+            case SnapshotFileProblem::Unreadable:
+                add(problem.file, 0, "file-unreadable", errorSeverity,
+                    problem.detail.isEmpty()
+                            ? ConfigCheck::tr("a folder stands where the file should be")
+                            : ConfigCheck::tr("the file cannot be read: %1").arg(problem.detail));
+                break;
             case SnapshotFileProblem::Unparsable:
-            case SnapshotFileProblem::NotWellFormed:
                 add(problem.file, problem.line, "file-unreadable", errorSeverity,
                     ConfigCheck::tr("not well-formed XML: %1").arg(problem.detail))
+                        .column = problem.column;
+                break;
+            case SnapshotFileProblem::NotWellFormed:
+                // The pendant reads it; any stricter XML reader refuses it.
+                add(problem.file, problem.line, "file-unreadable", errorSeverity,
+                    ConfigCheck::tr("not well-formed XML: \"&\" starts no entity reference"))
                         .column = problem.column;
                 break;
             }
@@ -593,8 +615,9 @@ QVector<CheckKind> ConfigCheck::kinds()
     };
     return {
             error("file-missing",
-                  "A file the screens need is missing (a warning for the "
-                  "description file, whose absence means no descriptions)."),
+                  "A file the screens need is missing or lies outside the controller folder "
+                  "(a warning for the two description files, whose absence means no "
+                  "descriptions)."),
             error("file-unreadable",
                   "A file is present but cannot be read or is not "
                   "well-formed XML."),

@@ -31,8 +31,8 @@ bool unreadable(const ConfigSnapshot &s, const QString &rdeFilePath,
 {
     for (const SnapshotFileProblem &p : s.problems) {
         if (p.file == rdeFilePath
-            && (p.kind == SnapshotFileProblem::Missing
-                || p.kind == SnapshotFileProblem::Unparsable)) {
+            && (p.kind == SnapshotFileProblem::Missing || p.kind == SnapshotFileProblem::Unparsable
+                || p.kind == SnapshotFileProblem::Unreadable)) {
             kind = p.kind;
             return true;
         }

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTextCodec>
 
 namespace {
@@ -62,9 +63,17 @@ QPair<int, int> lineAndColumn(const QByteArray &bytes, qsizetype offset)
 bool readBytes(const QString &path, const QString &rdeFilePath, QByteArray &bytes,
                QVector<SnapshotFileProblem> &problems)
 {
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
         problems.append({SnapshotFileProblem::Missing, rdeFilePath, 0, path});
+        return false;
+    }
+    // There but not readable: the fetch fails as for a missing file, yet the
+    // fix is another one.
+    QFile file(path);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly)) {
+        problems.append({SnapshotFileProblem::Unreadable, rdeFilePath, 0,
+                         info.isDir() ? QString() : file.errorString()});
         return false;
     }
     bytes = file.readAll();
@@ -85,7 +94,8 @@ qsizetype firstBareAmpersand(const QByteArray &bytes)
     for (qsizetype at = 0; at < bytes.size(); ++at) {
         if (bytes.at(at) == '<') {
             for (const auto &skip : skipped) {
-                if (bytes.mid(at, qstrlen(skip.first)) == skip.first) {
+                // The buffer ends in a NUL, so the comparison stops there.
+                if (qstrncmp(bytes.constData() + at, skip.first, qstrlen(skip.first)) == 0) {
                     const qsizetype end = bytes.indexOf(skip.second, at);
                     at = end < 0 ? bytes.size() : end;
                     break;
@@ -155,12 +165,20 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
         fieldbusareas::parse(doc, s.areas);
 
     if (loadXml(s.fixedFilePath(RDE_FUNC_INFO_XML), RDE_FUNC_INFO_XML, doc, s.problems)) {
+        // A list several modules name is reported once.
+        QSet<QString> failedLists;
         for (const functionlist::ModuleEntry &entry : functionlist::moduleEntries(doc)) {
-            const QString listFile = s.listFilePath(entry.path);
-            pugi::xml_document list;
-            if (entry.path.isEmpty() || listFile.isEmpty()
-                || !loadXml(listFile, entry.path, list, s.problems))
+            // The pendant skips an empty path without a word.
+            if (entry.path.isEmpty() || failedLists.contains(entry.path))
                 continue;
+            const QString listFile = s.listFilePath(entry.path);
+            if (listFile.isEmpty())
+                s.problems.append({SnapshotFileProblem::Refused, entry.path, 0, entry.name});
+            pugi::xml_document list;
+            if (listFile.isEmpty() || !loadXml(listFile, entry.path, list, s.problems)) {
+                failedLists.insert(entry.path);
+                continue;
+            }
             const QString key = functionlist::moduleKey(list);
             if (key.isEmpty())
                 continue;
@@ -192,6 +210,10 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
     // Like the manager, a missing or broken description file means no descriptions.
     if (loadXml(s.fixedFilePath(RDE_USER_DES_XML), RDE_USER_DES_XML, doc, s.problems))
         s.descriptions = userdescriptions::parse(doc);
+
+    // Only read to know whether it can be: the safety descriptions are shown,
+    // never compared or written.
+    loadXml(s.fixedFilePath(RDE_PFS_DES_XML), RDE_PFS_DES_XML, doc, s.problems);
 
     if (loadXml(s.fixedFilePath(RDE_FBSLAVE_CFGX), RDE_FBSLAVE_CFGX, doc, s.problems)) {
         const pugi::xml_node endian = slavedevice::endianNode(doc);
@@ -232,9 +254,12 @@ QString ConfigSnapshot::listFilePath(const QString &rdeFilePath) const
 QStringList ConfigSnapshot::enabledShortNames() const
 {
     QStringList names;
+    QSet<QString> seen;
     for (const BusName &bus : fieldbuslist::filter(buses, false, true)) {
-        if (!names.contains(bus.shortName))
+        if (!seen.contains(bus.shortName)) {
+            seen.insert(bus.shortName);
             names.append(bus.shortName);
+        }
     }
     return names;
 }

@@ -50,7 +50,11 @@ struct SnapshotFileProblem
 {
     // NotWellFormed: read as the manager reads it, but holding what XML does
     // not allow there (a bare "&"), which stricter readers refuse.
-    enum Kind { Missing, Unparsable, NotUtf8, NotWellFormed };
+    // Unreadable: there, but not a file that opens (a folder, no permission;
+    // the detail says why, empty for a folder).
+    // Refused: a function-list path leading out of the folder, which the
+    // pendant refuses to fetch.
+    enum Kind { Missing, Unparsable, NotUtf8, NotWellFormed, Unreadable, Refused };
     Kind kind = Missing;
     // Controller path of the file.
     QString file;
