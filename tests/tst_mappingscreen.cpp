@@ -77,7 +77,9 @@ private slots:
     void saveRefused();
     void commandLine_data();
     void commandLine();
-    void styleAndEnd();
+    void darkStyle();
+    void temporaryFolderRemoved_data();
+    void temporaryFolderRemoved();
 };
 
 void TestMappingScreen::open(const QString &controller)
@@ -298,6 +300,14 @@ void TestMappingScreen::save()
     QCOMPARE(addressOf(QStringLiteral("ext_start")), QStringLiteral("30"));
     QVERIFY(child<QPushButton>("saveButton")->isEnabled());
     QCOMPARE(child<QTreeWidget>("changes")->topLevelItemCount(), connected ? 0 : 1);
+    if (!connected) {
+        // The edits kept are sent once the link is back.
+        pendantsim::setConnected(true);
+        QTest::mouseClick(child<QPushButton>("saveButton"), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(!progress->isVisible(), 10000);
+        QVERIFY2(status().startsWith(QLatin1String("Saved")), qPrintable(status()));
+        QCOMPARE(TestWorkspace::readFile(controllerFile), expected);
+    }
     QCOMPARE(TestWorkspace::readFile(sampleMapping), original);
 }
 
@@ -376,8 +386,9 @@ void TestMappingScreen::saveRefused_data()
     QTest::addColumn<QString>("message");
     QTest::newRow("unclean lines") << "unclean"
                                    << "cannot be written back as it stands \\(%1:5, %1:6\\)";
-    QTest::newRow("folder busy") << "busy"
-                                 << "^Busy: .* is being changed by pid \\d+";
+    QTest::newRow("folder busy")
+            << "busy"
+            << "^busy: .* is being changed by pid \\d+ \\(tst_mappingscreen\\); try again$";
     QTest::newRow("changed since read") << "changed"
                                         << "^%1 changed on the controller since";
 }
@@ -410,11 +421,17 @@ void TestMappingScreen::saveRefused()
         TestWorkspace::writeFile(controllerFile,
                                  TestWorkspace::readFile(controllerFile) + "# by another\n");
     }
+    typeAddress(QStringLiteral("alarm_reset"), QStringLiteral("40"));
     const QByteArray before = TestWorkspace::readFile(controllerFile);
+    const QByteArray local = TestWorkspace::readFile(TPU_SIGNAL_MAP_CFG);
     QTest::mouseClick(child<QPushButton>("saveButton"), Qt::LeftButton);
     message.replace(QStringLiteral("%1"), QRegularExpression::escape(controllerFile));
     QVERIFY2(QRegularExpression(message).match(status()).hasMatch(), qPrintable(status()));
+    QCOMPARE(pendantsim::shownMessages().size(), 1);
+    QCOMPARE(pendantsim::shownMessages().constFirst().text, status());
     QCOMPARE(TestWorkspace::readFile(controllerFile), before);
+    QCOMPARE(TestWorkspace::readFile(TPU_SIGNAL_MAP_CFG), local);
+    QCOMPARE(addressOf(QStringLiteral("alarm_reset")), QStringLiteral("40")); // the edit stays
     QVERIFY(child<QPushButton>("saveButton")->isEnabled());
 }
 
@@ -422,12 +439,23 @@ void TestMappingScreen::commandLine_data()
 {
     QTest::addColumn<QStringList>("args");
     QTest::addColumn<QString>("message");
+    const QString file = sample + QStringLiteral("/fa/controller_config.cfg");
     QTest::newRow("language") << QStringList{"--lang", "fr"} << "--lang must be en or zh, not 'fr'";
-    QTest::newRow("style") << QStringList{"--style", "neon"} << "--style must be light or dark";
-    QTest::newRow("delay") << QStringList{"--transfer-delay", "-5"} << "0 or more, not '-5'";
+    QTest::newRow("language alias") << QStringList{"--language", "de"} << "en or zh, not 'de'";
+    QTest::newRow("style") << QStringList{"--style", "neon"}
+                           << "--style must be light or dark, not 'neon'";
+    QTest::newRow("negative delay")
+            << QStringList{"--transfer-delay", "-5"} << "0 or more, not '-5'";
+    QTest::newRow("word delay") << QStringList{"--transfer-delay", "slow"} << "not 'slow'";
     QTest::newRow("empty controller") << QStringList{"--controller", ""} << "needs a folder";
+    QTest::newRow("controller without value") << QStringList{"--controller"} << "'--controller'";
+    QTest::newRow("missing controller") << QStringList{"--controller", "/nonexistent/ctl"}
+                                        << "/nonexistent/ctl: no such folder";
+    QTest::newRow("file as controller")
+            << QStringList{"--controller", file} << QStringLiteral("%1: not a folder").arg(file);
     QTest::newRow("no configuration")
             << QStringList{"--controller", QDir::tempPath()} << "holds no controller configuration";
+    QTest::newRow("Qt's own option") << QStringList{"-style", "fusion"} << "Unknown option";
 }
 
 // Bad values stop the screen before any window, with exit status 2.
@@ -441,13 +469,14 @@ void TestMappingScreen::commandLine()
     const QString err = QString::fromUtf8(program.readAllStandardError());
     QCOMPARE(program.exitCode(), 2);
     QVERIFY2(err.startsWith(QStringLiteral("fbcfg-screen: ")) && err.contains(message)
-                     && err.contains(QStringLiteral("--help")),
+                     && err.endsWith(QStringLiteral("--help\n"))
+                     && err.count(QLatin1Char('\n')) == 1,
              qPrintable(err));
+    QVERIFY(program.readAllStandardOutput().isEmpty());
 }
 
-// --style dark reaches the screen (Qt does not take it for its own), and the
-// copy of the sample goes when the screen is terminated.
-void TestMappingScreen::styleAndEnd()
+// --style dark reaches the screen: Qt does not take it for its own.
+void TestMappingScreen::darkStyle()
 {
     QTemporaryDir pictures;
     qint64 lightness[2] = {};
@@ -467,19 +496,39 @@ void TestMappingScreen::styleAndEnd()
         }
     }
     QVERIFY2(lightness[true] * 2 < lightness[false], "the dark style is not darker");
+}
 
+void TestMappingScreen::temporaryFolderRemoved_data()
+{
+    QTest::addColumn<int>("signal"); // 0: the screen ends by itself
+    QTest::newRow("normal end") << 0;
+    QTest::newRow("SIGINT") << int(SIGINT);
+    QTest::newRow("SIGTERM") << int(SIGTERM);
+    QTest::newRow("SIGHUP") << int(SIGHUP);
+}
+
+// The copy of the sample goes however the screen ends.
+void TestMappingScreen::temporaryFolderRemoved()
+{
+    QFETCH(int, signal);
+    QTemporaryDir pictures;
+    QStringList args{"--transfer-delay", "0"};
+    if (!signal)
+        args << "--screenshot" << pictures.filePath("end.png");
     QProcess program;
-    program.start(QStringLiteral(FBCFG_SCREEN_PATH), {"--transfer-delay", "0"});
+    program.start(QStringLiteral(FBCFG_SCREEN_PATH), args);
     QString err;
     const QRegularExpression announced(QStringLiteral("controller folder (\\S+)/Controller\\n"));
     QTRY_VERIFY_WITH_TIMEOUT((err += QString::fromUtf8(program.readAllStandardError()),
                               announced.match(err).hasMatch()),
                              30000);
     const QString folder = announced.match(err).captured(1);
-    QVERIFY(QFileInfo(folder).isDir());
-    QCOMPARE(::kill(pid_t(program.processId()), SIGTERM), 0);
+    if (signal)
+        QCOMPARE(::kill(pid_t(program.processId()), signal), 0);
     QVERIFY(program.waitForFinished(30000));
-    QVERIFY2(!QFileInfo::exists(folder), qPrintable(folder));
+    if (!signal)
+        QCOMPARE(program.exitCode(), 0);
+    QVERIFY2(!folder.isEmpty() && !QFileInfo::exists(folder), qPrintable(folder));
 }
 
 QTEST_MAIN(TestMappingScreen)

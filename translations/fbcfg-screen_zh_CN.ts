@@ -180,8 +180,8 @@
         <translation>%1 不在总线列表中。</translation>
     </message>
     <message>
-        <source>Busy: %1 is being changed by %2; try again.</source>
-        <translation>忙：%1 正由 %2 修改；请稍后再试。</translation>
+        <source>busy: %1 is being changed by %2; try again</source>
+        <translation>忙：%1 正由 %2 修改；请稍后再试</translation>
     </message>
     <message>
         <source>%1 changed on the controller since this screen read it; open the screen again to see the change, then redo the edits.</source>

@@ -11,7 +11,6 @@
 #include <QDir>
 #include <QEvent>
 #include <QFile>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -19,6 +18,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSplitter>
+#include <QStyledItemDelegate>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTreeWidget>
@@ -72,6 +72,27 @@ QTableWidget *table(int columns, QWidget *parent)
 
 // A refused value keeps its place on the screen, in the colour of a fault.
 const QColor refusedColor(0xc0, 0x39, 0x2b);
+
+// The pendant's copy of the mapping file, just fetched or just sent.
+QByteArray readLocalMapping()
+{
+    QFile file(TPU_SIGNAL_MAP_CFG);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Long file names lose their middle, never the line number at their end.
+class MiddleElided : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = Qt::ElideMiddle;
+    }
+};
 
 } // namespace
 
@@ -187,10 +208,13 @@ void MappingScreen::buildUi()
     m_checkPanel->setRootIsDecorated(false);
     m_checkPanel->setFixedHeight(120);
     m_checkPanel->header()->resizeSection(0, 70);
+    m_checkPanel->setItemDelegateForColumn(1, new MiddleElided(m_checkPanel));
     connect(m_checkPanel, &QTreeWidget::currentItemChanged, this, &MappingScreen::findingSelected);
 
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("statusLine"));
+    // A refused Save names paths and lines and says what to do: all of it must show.
+    m_status->setWordWrap(true);
 
     m_progress = new ProgressBarWidget(this);
 
@@ -334,6 +358,7 @@ void MappingScreen::onFileNotify(FileHandle handle, const QString &fileKey, bool
             return;
         }
         // The manager has committed the edits: the tables are the controller's file now.
+        m_readMapping = readLocalMapping();
         setStatus(tr("Saved and sent to the controller."));
         showMappings();
         runCheck();
@@ -344,6 +369,8 @@ void MappingScreen::onFileNotify(FileHandle handle, const QString &fileKey, bool
     if (!startFiles().contains(fileKey))
         return;
     m_arrived.insert(fileKey);
+    if (fileKey == RDE_SIGNAL_MAP_CFG && isSuccess)
+        m_readMapping = readLocalMapping();
     if (fileKey == RDE_FIELDBUS_XML)
         showBuses();
     else if (fileKey == RDE_GROUP_CFG)
@@ -586,21 +613,22 @@ QString MappingScreen::saveRefusal()
     m_saveLock = std::make_unique<pendantsim::FolderLock>(folder);
     // The GUI thread never waits: a busy folder is tried again by the user.
     if (!m_saveLock->tryLock(0))
-        return tr("Busy: %1 is being changed by %2; try again.").arg(folder, m_saveLock->holder());
-    // The edits were made against the copy fetched at the start; a controller
+        return tr("busy: %1 is being changed by %2; try again").arg(folder, m_saveLock->holder());
+    // The edits were made against the file fetched at the start; a controller
     // file changed since (by fbcfg, say) would be overwritten without a word.
+    // Under the lock nobody changes it before the send.
     const QString controllerFile = pendantsim::controllerFilePath(RDE_SIGNAL_MAP_CFG);
-    QFile fetched(QDir(TPU_FIELDBUS_DIR).absoluteFilePath(QFileInfo(controllerFile).fileName()));
     QFile present(controllerFile);
-    if (!fetched.open(QIODevice::ReadOnly) || !present.open(QIODevice::ReadOnly)
-        || fetched.readAll() != present.readAll())
+    if (!present.open(QIODevice::ReadOnly) || present.readAll() != m_readMapping)
         return tr("%1 changed on the controller since this screen read it; open the screen "
                   "again to see the change, then redo the edits.")
                 .arg(controllerFile);
     // The writer writes what the reader read: a line it could not read would
-    // come back as another line.
-    const QVector<CheckFinding> blockers =
-            ConfigCheck::writeBlockers(m_findings, RDE_SIGNAL_MAP_CFG);
+    // come back as another line. Checked on the file Save replaces, as it is now.
+    const QVector<CheckFinding> blockers = ConfigCheck::writeBlockers(
+            ConfigCheck::run(ConfigSnapshot::load(pendantsim::controllerRoot(),
+                                                  ConfigSnapshot::ControllerLayout)),
+            RDE_SIGNAL_MAP_CFG);
     QStringList lines;
     for (const CheckFinding &f : blockers)
         lines.append(f.line > 0 ? QStringLiteral("%1:%2").arg(controllerFile).arg(f.line)
@@ -646,7 +674,8 @@ void MappingScreen::runCheck()
     const QString local = QDir(TPU_FIELDBUS_DIR).absolutePath();
     m_findings = ConfigCheck::run(ConfigSnapshot::load(local, ConfigSnapshot::PendantLayout));
     // This screen fetches neither the slave device nor the descriptions.
-    const QStringList notFetched{RDE_FBSLAVE_CFGX.mid(1), RDE_USER_DES_XML.mid(1)};
+    const QStringList notFetched{RDE_FBSLAVE_CFGX.mid(1), RDE_USER_DES_XML.mid(1),
+                                 RDE_PFS_DES_XML.mid(1)};
     m_findings.erase(std::remove_if(m_findings.begin(), m_findings.end(),
                                     [&notFetched](const CheckFinding &f) {
                                         return f.kind == QLatin1String("file-missing")
@@ -659,12 +688,13 @@ void MappingScreen::runCheck()
         const CheckFinding &f = m_findings.at(i);
         auto *item = new QTreeWidgetItem(m_checkPanel);
         item->setText(0, f.severity == QLatin1String("error") ? tr("error") : tr("warning"));
+        item->setToolTip(0, f.kind);
         // The file's name is enough on a pendant; the tooltip has the whole path.
         const QString name = f.file.section(QLatin1Char('/'), -1);
         item->setText(1, f.line > 0 ? QStringLiteral("%1:%2").arg(name).arg(f.line) : name);
         item->setToolTip(1, f.file);
         item->setText(2, f.message);
-        item->setToolTip(2, f.message);
+        item->setToolTip(2, QStringLiteral("%1 [%2]").arg(f.message, f.kind));
         item->setData(0, Qt::UserRole, i);
     }
     // As wide as the widest "file:line", up to half the panel.

@@ -103,6 +103,10 @@ private:
     // Held from the checks before a write to the answer of its send, so that
     // no other writer (fbcfg, another screen) changes the folder in between.
     std::unique_ptr<pendantsim::FolderLock> m_saveLock;
+    // The mapping file as the tables were read from it (or last sent): Save
+    // refuses when the controller's file is no longer this. The local copy
+    // cannot serve, a failed send leaves the edits in it.
+    QByteArray m_readMapping;
     QVector<CheckFinding> m_findings;
 
     ProgressBarWidget *m_progress = nullptr;
