@@ -184,6 +184,12 @@ void TstFbcfg::run_data()
     row("map list", {"map", "list", "--dir", "in"}, 0, "MODULE[\\s\\S]*{func}");
     row("map list json", {"map", "list", "--json", "--bus", "{bus}"}, 0, "\"line\": [1-9]");
     row("group list json", {"group", "list", "--json", "--dir", "in"}, 0, "\"first\": {gfirst},");
+    // Numbers as numbers; --format json is --json, and is refused where there is no JSON.
+    row("describe list json", {"describe", "list", "--format", "json"}, 0, "\"index\": \\d+,");
+    row("endian get json", {"endian", "get", "--json", "--format", "json"}, 0,
+        "\\A\\{\\s+\"endian\": \"(big|little)\"\\s+\\}\\s*\\z");
+    row("json without a json form", {"backup", "--format", "json"}, 2,
+        "--json does not apply to fbcfg backup");
     row("bus disable", {"bus", "disable", "{onBus}"}, 0, "switched off", {fieldbusXml});
     row("bus enable", {"bus", "enable", "{offBus}"}, 0, "switched on", {fieldbusXml});
     row("map set taken", {"map", "set", "{mod}", "{func}", "{bus}", "{taken}", "--dir", "in"}, 1,

@@ -492,6 +492,10 @@
         <translation>命令选项：</translation>
     </message>
     <message>
+        <source>Kinds of findings:</source>
+        <translation>问题类别：</translation>
+    </message>
+    <message>
         <source>Options of every command:</source>
         <translation>所有命令通用的选项：</translation>
     </message>
@@ -992,8 +996,8 @@
         <translation>退出状态中将警告计为错误。</translation>
     </message>
     <message>
-        <source>Set findings of these kinds aside (see the list of kinds in the README); the summary says how many.</source>
-        <translation>略过这些类别的问题（类别列表见 README）；摘要中给出略过的数量。</translation>
+        <source>Set findings of these kinds aside (fbcfg check --help lists the kinds); the summary, or the JSON&apos;s &quot;ignored&quot;, says how many; SARIF leaves them out.</source>
+        <translation>略过这些类别的问题（fbcfg check --help 列出各类别）；摘要或 JSON 的 &quot;ignored&quot; 给出略过的数量；SARIF 中不包含它们。</translation>
     </message>
     <message>
         <source>The CSV file of mappings; - is standard output (export).</source>
@@ -1008,8 +1012,8 @@
         <translation>只有一个协议可以占有该开关；从另一个协议取走开关前库会先询问（用 --yes 或 --no 回答）。不写入任何内容：开关字不保存在本工具处理的文件中。新开关字与 --current 不同时退出状态为 0 并打印新值；相同时退出状态为 1 并打印 &quot;未变更：开关字仍为 MASK&quot;：该总线的开关已是所要的状态（on：MASK 仅含该总线的位；off：该总线的位未置位）、MASK 含多个开关，或拒绝从另一协议取走开关。</translation>
     </message>
     <message>
-        <source>Reads every file of the controller folder as it lies, and reports each problem as a compiler does: PATH:LINE: error: MESSAGE [KIND] (or warning:), PATH relative to the current folder. --format json or sarif for machines. Exit status 1 when there are errors (with --werror, also warnings), 0 otherwise.</source>
-        <translation>按原样读取控制器文件夹中的每个文件，并像编译器那样报告每个问题：PATH:LINE: error: MESSAGE [KIND]（或 warning:），PATH 相对于当前文件夹。--format json 或 sarif 供机器读取。有错误时（使用 --werror 时警告亦然）退出状态为 1，否则为 0。</translation>
+        <source>Reads every file of the controller folder as it lies (a missing or broken file is a finding too) and prints one line per finding, as compilers do: PATH:LINE[:COLUMN]: error: MESSAGE [KIND], or warning:, or PATH: error: ... for a file as a whole. PATH is the --controller folder as given joined with the file&apos;s path (without --controller, the bundled sample&apos;s), so editors and CI open it from the current folder; the words error and warning stay English in every language. A summary follows: N errors, M warnings, or no problems found. --format json or sarif (SARIF 2.1.0) for machines. Exit status 1 when there are errors (with --werror, also warnings), 0 otherwise.</source>
+        <translation>按原样读取控制器文件夹中的每个文件（缺失或损坏的文件也是一个问题），并像编译器那样每个问题输出一行：PATH:LINE[:COLUMN]: error: MESSAGE [KIND]，或 warning:，针对整个文件则为 PATH: error: ...。PATH 是按给定形式的 --controller 文件夹与文件路径的组合（未给 --controller 时为自带示例的路径），因此编辑器和 CI 可从当前文件夹打开它；error 和 warning 两个词在任何语言下都保持英文。最后是摘要：N 个错误、M 个警告，或未发现问题。--format json 或 sarif（SARIF 2.1.0）供机器读取。有错误时（使用 --werror 时警告亦然）退出状态为 1，否则为 0。</translation>
     </message>
     <message>
         <source>Columns: module, function, function display name, type, bus, direction, address, filter time, invert; UTF-8 with RFC 4180 quoting. --csv - writes to standard output. fbcfg import --csv reads the file back (with the same --delimiter).</source>

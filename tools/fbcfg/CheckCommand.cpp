@@ -60,6 +60,7 @@ QJsonObject findingJson(const QString &path, const CheckFinding &f)
     return o;
 }
 
+// `controllerDir` absolute.
 QJsonObject sarifLog(const QString &controllerDir, const QVector<CheckFinding> &findings)
 {
     QJsonArray rules;
@@ -76,7 +77,8 @@ QJsonObject sarifLog(const QString &controllerDir, const QVector<CheckFinding> &
     for (const CheckFinding &f : findings) {
         QJsonObject physical{
                 {QStringLiteral("artifactLocation"),
-                 QJsonObject{{QStringLiteral("uri"), f.file},
+                 QJsonObject{{QStringLiteral("uri"),
+                              QString::fromLatin1(QUrl::toPercentEncoding(f.file, "/"))},
                              {QStringLiteral("uriBaseId"), QStringLiteral("CONTROLLER")}}}};
         if (f.line > 0) {
             QJsonObject region{{QStringLiteral("startLine"), f.line}};
@@ -95,8 +97,9 @@ QJsonObject sarifLog(const QString &controllerDir, const QVector<CheckFinding> &
     const QJsonObject driver{{QStringLiteral("name"), QStringLiteral("fbcfg")},
                              {QStringLiteral("version"), QCoreApplication::applicationVersion()},
                              {QStringLiteral("rules"), rules}};
+    // Percent-encoded: a folder name with blanks or Chinese is no valid URI otherwise.
     const QString base =
-            QUrl::fromLocalFile(QDir(controllerDir).absolutePath() + QLatin1Char('/')).toString();
+            QUrl::fromLocalFile(controllerDir + QLatin1Char('/')).toString(QUrl::FullyEncoded);
     const QJsonObject run{{QStringLiteral("tool"), QJsonObject{{QStringLiteral("driver"), driver}}},
                           {QStringLiteral("originalUriBaseIds"),
                            QJsonObject{{QStringLiteral("CONTROLLER"),
@@ -143,7 +146,8 @@ int runCheck(Session &session, const Call &call)
     };
 
     if (session.settings().sarif) {
-        Output::json(sarifLog(session.controllerDir(), findings));
+        // The folder the paths name: the sample's own, not the copy gone at exit.
+        Output::json(sarifLog(session.userPath(dir), findings));
         return rc;
     }
     if (session.settings().json) {

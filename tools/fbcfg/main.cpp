@@ -2,6 +2,7 @@
 #include "Output.h"
 #include "Session.h"
 
+#include <fieldbusconfig/ConfigCheck.h>
 #include <fieldbusconfig/FieldbusConfigVersion.h>
 
 #include <QCommandLineParser>
@@ -94,8 +95,9 @@ const OptionInfo commandOptions[] = {
          QT_TRANSLATE_NOOP("fbcfg", "Count warnings as errors for the exit status.")},
         {"ignore", "KIND[,KIND]",
          QT_TRANSLATE_NOOP("fbcfg",
-                           "Set findings of these kinds aside (see the list of kinds in the "
-                           "README); the summary says how many.")},
+                           "Set findings of these kinds aside (fbcfg check --help lists the "
+                           "kinds); the summary, or the JSON's \"ignored\", says how many; "
+                           "SARIF leaves them out.")},
         {"against", "DIR",
          QT_TRANSLATE_NOOP("fbcfg",
                            "Compare the controller with the configuration in DIR (a controller "
@@ -229,11 +231,17 @@ const CommandInfo commands[] = {
         {"check", nullptr, "",
          QT_TRANSLATE_NOOP("fbcfg", "Check the whole configuration and list what is wrong."),
          QT_TRANSLATE_NOOP("fbcfg",
-                           "Reads every file of the controller folder as it lies, and reports "
-                           "each problem as a compiler does: PATH:LINE: error: MESSAGE [KIND] "
-                           "(or warning:), PATH relative to the current folder. --format json "
-                           "or sarif for machines. Exit status 1 when there are errors (with "
-                           "--werror, also warnings), 0 otherwise."),
+                           "Reads every file of the controller folder as it lies (a missing or "
+                           "broken file is a finding too) and prints one line per finding, as "
+                           "compilers do: PATH:LINE[:COLUMN]: error: MESSAGE [KIND], or "
+                           "warning:, or PATH: error: ... for a file as a whole. PATH is the "
+                           "--controller folder as given joined with the file's path (without "
+                           "--controller, the bundled sample's), so editors and CI open it "
+                           "from the current folder; the words error and warning stay English "
+                           "in every language. A summary follows: N errors, M warnings, or no "
+                           "problems found. --format json or sarif (SARIF 2.1.0) for machines. "
+                           "Exit status 1 when there are errors (with --werror, also "
+                           "warnings), 0 otherwise."),
          "werror ignore", 0, 0, true, runCheck},
         {"diff", nullptr, "[--against DIR]",
          QT_TRANSLATE_NOOP("fbcfg",
@@ -386,6 +394,14 @@ void printCommandHelp(const QString &group, const QString &sub)
             if (c.details) {
                 Output::line();
                 printParagraph(Fbcfg::tr(c.details));
+            }
+            // The kinds --ignore takes, from the check itself so that they cannot drift.
+            if (c.handler == runCheck) {
+                Output::line();
+                Output::line(Fbcfg::tr("Kinds of findings:"));
+                for (const CheckKind &kind : ConfigCheck::kinds())
+                    printEntry(kind.id,
+                               QStringLiteral("%1: %2").arg(kind.severity, kind.description));
             }
         }
     }
