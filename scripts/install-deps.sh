@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need (python3-jsonschema
 # validates the check's SARIF output). Safe to run again.
-#   scripts/install-deps.sh [fuzz] [bench] [screenshot]   also what fuzzing, benchmarks
-#                                                        or scripts/screenshot.sh --xvfb need
+#   scripts/install-deps.sh [fuzz] [bench] [screenshot] [docs]   also what fuzzing, benchmarks,
+#                                      scripts/screenshot.sh --xvfb (and a Chinese font) or the
+#                                      API reference (cmake --build build --target docs) need
 set -euo pipefail
 
 packages=(
@@ -15,8 +16,9 @@ for extra in "$@"; do
     case "$extra" in
     fuzz) packages+=(clang-14 libclang-rt-14-dev) ;;
     bench) packages+=(libbenchmark-dev) ;;
-    screenshot) packages+=(xvfb xauth imagemagick) ;;
-    *) echo "install-deps: unknown extra '$extra' (fuzz, bench, screenshot)" >&2; exit 2 ;;
+    screenshot) packages+=(xvfb xauth imagemagick fonts-wqy-microhei) ;;
+    docs) packages+=(doxygen) ;;
+    *) echo "install-deps: unknown extra '$extra' (fuzz, bench, screenshot, docs)" >&2; exit 2 ;;
     esac
 done
 
