@@ -205,6 +205,10 @@ void TstFbcfg::run_data()
         {"group", "set", "{gbus}", "{gfree}", "{gfirst}", "{glast}", "--dir", "in", "--type",
          "{gtype}"},
         1, "refused: .*overlaps");
+    // The string group of the same number is in the way as much as any other.
+    row("group overlap, same number other type",
+        {"group", "set", "mtcp", "1", "224", "230", "--dir", "in", "--type", "int"}, 1,
+        "refused: 224-230 overlaps string input group 1 of mtcp \\(224-255\\)");
     row("describe <", {"describe", "set", "fbIn[1]", "a<b"}, 1, "refused: .*\"<\"");
     row("describe &", {"describe", "set", "fbIn[1]", "R&D"}, 1, "refused: .*\"&\"");
     row("check", {"check"}, 0, "^no problems found$");

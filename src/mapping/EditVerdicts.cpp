@@ -248,7 +248,11 @@ EditVerdict BusFileDataManager::canSetGroup(const QString &bus, BiBo dir, const 
     }
     const QString numberText = QString::number(number);
     for (const QString &other : groupTypes) {
-        const QString overlap = isAddressGroupValid(base, dir, other, numberText, range, false);
+        // "table,type": only the edited group itself may keep its range, not a
+        // group of the same number in another type's table.
+        const QString overlap = isAddressGroupValid(
+                base, dir, QStringLiteral("%1,%2").arg(other, type.toLower()), numberText, range,
+                false);
         if (overlap == okText)
             continue;
         v.kind = EditVerdict::Overlaps;
