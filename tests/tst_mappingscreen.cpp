@@ -95,7 +95,6 @@ void TestMappingScreen::open(const QString &controller)
     QVERIFY2(workspace->prepare(copy), qPrintable(workspace->errorString()));
     // The read flags and the fetched files are the manager's: each tree gets a fresh one.
     delete BusFileDataManager::_pInstance;
-    BusFileDataManager::_pInstance = nullptr;
     screen = std::make_unique<MappingScreen>();
     screen->show();
     QTRY_VERIFY(screen->isReady());
@@ -106,7 +105,6 @@ void TestMappingScreen::cleanup()
 {
     screen.reset(); // detaches before the manager goes
     delete BusFileDataManager::_pInstance;
-    BusFileDataManager::_pInstance = nullptr;
     workspace.reset();
 }
 

@@ -89,6 +89,9 @@ BusFileDataManager::~BusFileDataManager()
 {
     thread.quit();
     thread.wait();
+    // A later getInstance() makes a new manager rather than answer a freed one.
+    if (_pInstance == this)
+        _pInstance = nullptr;
 }
 
 void BusFileDataManager::emitGetFieldXml()
