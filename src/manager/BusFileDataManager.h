@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The manager a screen talks to, and the globals the pendant's screens share with it.
+
 #include "BusObserver.h"
 #include "EditVerdict.h"
 #include "FieldbusPaths.h"

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The observer record through which screens hear about files.
+
 #include "FieldbusTypes.h"
 
 /// What a screen implements to hear about fetched, read and sent files.
