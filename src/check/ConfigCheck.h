@@ -42,8 +42,8 @@ struct CheckKind
     QString id;
     /// One English sentence saying what the kind means.
     QString description;
-    /// "error" or "warning". A missing description file is reported as a warning
-    /// although "file-missing" says "error".
+    /// "error" or "warning". "file-missing" says "error", yet a missing
+    /// description file (user or safety) is reported as a warning.
     QString severity;
 };
 
