@@ -62,7 +62,8 @@ struct FIELDBUSCONFIG_EXPORT EditVerdict
 
     /// Whether the edit may be made.
     bool allowed() const { return kind == Allowed; }
-    /// The kind's stable name for scripts and JSON: "taken", "inside-group", ...
+    /// The kind's stable name for scripts and JSON: "taken", "inside-group", ...; empty
+    /// for a value that is no Kind.
     /// Any thread may call it.
     static QString kindName(Kind kind);
 };

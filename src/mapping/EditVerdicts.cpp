@@ -49,7 +49,10 @@ QString EditVerdict::kindName(Kind kind)
                                         "inside-group",     "group-missing",      "holds-bool",
                                         "overlaps",         "group-number-taken", "no-such-group",
                                         "group-in-use",     "not-mapped"};
-    return QLatin1String(names[kind]);
+    static_assert(sizeof names / sizeof *names == EditVerdict::NotMapped + 1,
+                  "a name for every kind");
+    // A kind made from an int of a newer library has no name here.
+    return kind >= 0 && kind <= EditVerdict::NotMapped ? QLatin1String(names[kind]) : QString();
 }
 
 QString BusFileDataManager::moduleKeyOf(const QString &name)
