@@ -169,14 +169,19 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
         QSet<QString> failedLists;
         for (const functionlist::ModuleEntry &entry : functionlist::moduleEntries(doc)) {
             // The pendant skips an empty path without a word.
-            if (entry.path.isEmpty() || failedLists.contains(entry.path))
+            if (entry.path.isEmpty())
                 continue;
+            if (failedLists.contains(entry.path)) {
+                s.unreadListModules.insert(entry.name);
+                continue;
+            }
             const QString listFile = s.listFilePath(entry.path);
             if (listFile.isEmpty())
                 s.problems.append({SnapshotFileProblem::Refused, entry.path, 0, entry.name});
             pugi::xml_document list;
             if (listFile.isEmpty() || !loadXml(listFile, entry.path, list, s.problems)) {
                 failedLists.insert(entry.path);
+                s.unreadListModules.insert(entry.name);
                 continue;
             }
             const QString key = functionlist::moduleKey(list);
