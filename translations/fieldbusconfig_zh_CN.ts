@@ -306,6 +306,10 @@ simultaneous activation of multiple protocols.
         <source>address %1 of %2 %3 is also taken by %4 %5 on line %6</source>
         <translation>%2 %3地址 %1 也被第 %6 行的 %4 %5 占用</translation>
     </message>
+    <message>
+        <source>the function list of %1 is missing; the rows of %1 are not checked</source>
+        <translation>%1 的功能列表不存在；%1 的信号行未被检查</translation>
+    </message>
 </context>
 <context>
     <name>ConfigDiff</name>

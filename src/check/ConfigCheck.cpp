@@ -231,6 +231,12 @@ private:
                     add(problem.file, 0, "file-missing", warningSeverity,
                         ConfigCheck::tr(
                                 "the file is missing: the safety signals have no descriptions"));
+                else if (const QStringList modules = s.unreadListModules.keys(problem.file);
+                         !modules.isEmpty())
+                    add(problem.file, 0, "file-missing", errorSeverity,
+                        ConfigCheck::tr("the function list of %1 is missing; the rows of "
+                                        "%1 are not checked")
+                                .arg(modules.join(QStringLiteral(", "))));
                 else
                     add(problem.file, 0, "file-missing", errorSeverity,
                         ConfigCheck::tr("the file is missing"));

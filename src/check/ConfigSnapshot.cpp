@@ -172,7 +172,7 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
             if (entry.path.isEmpty())
                 continue;
             if (failedLists.contains(entry.path)) {
-                s.unreadListModules.insert(entry.name);
+                s.unreadListModules.insert(entry.name, entry.path);
                 continue;
             }
             const QString listFile = s.listFilePath(entry.path);
@@ -181,7 +181,7 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
             pugi::xml_document list;
             if (listFile.isEmpty() || !loadXml(listFile, entry.path, list, s.problems)) {
                 failedLists.insert(entry.path);
-                s.unreadListModules.insert(entry.name);
+                s.unreadListModules.insert(entry.name, entry.path);
                 continue;
             }
             const QString key = functionlist::moduleKey(list);

@@ -4,7 +4,6 @@
 
 #include <QHash>
 #include <QMap>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -154,8 +153,9 @@ public:
     /// By module key, the text of "FunctionList/Module" in the module's list.
     QMap<QString, SnapshotModule> modules;
     /// Modules of the module list whose function list is named but could not be
-    /// read (its problem is in `problems`): their rows cannot be checked against it.
-    QSet<QString> unreadListModules;
+    /// read (its problem is in `problems`), each with the list's controller path:
+    /// their rows cannot be checked against it.
+    QMap<QString, QString> unreadListModules;
     /// "name[index]" to description, as the manager reads them.
     QHash<QString, QString> descriptions;
     /// The slave device file's byte-order text, as it stands; empty without one.
