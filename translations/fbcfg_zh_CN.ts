@@ -1043,5 +1043,9 @@
         <source>waiting for %1, which %2 is changing</source>
         <translation>正在等待 %1，%2 正在修改它</translation>
     </message>
+    <message>
+        <source>cannot write %1: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
 </context>
 </TS>

@@ -171,7 +171,7 @@ int runExport(Session &session, const Call &call)
     }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        Output::error(Fbcfg::tr("cannot write %1").arg(path));
+        Output::error(Fbcfg::tr("cannot write %1: %2").arg(path, file.errorString()));
         return ExitFailure;
     }
     Output::line(written.arg(path));
