@@ -250,6 +250,13 @@ private slots:
         QTest::newRow("missing group file")
                 << RDE_GROUP_CFG << removed
                 << QStringList{"user_groupio.cfg:0:0 file-missing error"};
+        QTest::newRow("empty group file") << RDE_GROUP_CFG << QByteArray("")
+                                          << QStringList{"user_groupio.cfg:0:0 file-unreadable error"};
+        // Another file pasted over the mapping's head: skipped, and dropped by a write.
+        QTest::newRow("lines before the first marker")
+                << RDE_SIGNAL_MAP_CFG
+                << QByteArray("s|#System_Input:|<?xml version=\"1.0\"?>\n<root/>\n#System_Input:")
+                << QStringList{"signal_mapping.cfg:3:0 malformed-line error"};
         QTest::newRow("group file not UTF-8")
                 << RDE_GROUP_CFG << QByteArray("s|Configuration|Configuraci\xf3n")
                 << QStringList{"user_groupio.cfg:1:0 encoding warning"};
@@ -320,7 +327,7 @@ private slots:
                                           .arg(f.column)
                                           .arg(f.kind, f.severity);
             all << label;
-            if (f.kind.startsWith("file-") || f.kind == "encoding")
+            if (f.kind.startsWith("file-") || f.kind == "encoding" || f.kind == "malformed-line")
                 fileFindings << label;
         }
         QCOMPARE(fileFindings, expected);

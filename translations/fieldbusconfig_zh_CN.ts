@@ -310,6 +310,18 @@ simultaneous activation of multiple protocols.
         <source>the function list of %1 is missing; the rows of %1 are not checked</source>
         <translation>%1 的功能列表不存在；%1 的信号行未被检查</translation>
     </message>
+    <message>
+        <source>the file is empty; the pendant does not read it</source>
+        <translation>文件为空；示教器不读取该文件</translation>
+    </message>
+    <message>
+        <source>this line stands before the first section marker: the pendant skips it and a write-back drops it</source>
+        <translation>此行位于第一个段标记之前：示教器跳过它，写回时会丢弃它</translation>
+    </message>
+    <message>
+        <source>%1 lines from this one stand before the first section marker: the pendant skips them and a write-back drops them</source>
+        <translation>从此行起有 %1 行位于第一个段标记之前：示教器跳过它们，写回时会丢弃它们</translation>
+    </message>
 </context>
 <context>
     <name>ConfigDiff</name>

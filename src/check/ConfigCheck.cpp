@@ -247,6 +247,21 @@ private:
                                     "controller folder; the pendant refuses to fetch it")
                             .arg(problem.detail));
                 break;
+            case SnapshotFileProblem::Empty:
+                add(problem.file, 0, "file-unreadable", errorSeverity,
+                    ConfigCheck::tr("the file is empty; the pendant does not read it"));
+                break;
+            case SnapshotFileProblem::SkippedLines:
+                add(problem.file, problem.line, "malformed-line", errorSeverity,
+                    problem.detail == QLatin1String("1")
+                            ? ConfigCheck::tr("this line stands before the first section "
+                                              "marker: the pendant skips it and a write-back "
+                                              "drops it")
+                            : ConfigCheck::tr("%1 lines from this one stand before the first "
+                                              "section marker: the pendant skips them and a "
+                                              "write-back drops them")
+                                      .arg(problem.detail));
+                break;
             case SnapshotFileProblem::Unreadable:
                 add(problem.file, 0, "file-unreadable", errorSeverity,
                     problem.detail.isEmpty()
@@ -628,11 +643,12 @@ QVector<CheckKind> ConfigCheck::kinds()
                   "(a warning for the two description files, whose absence means no "
                   "descriptions)."),
             error("file-unreadable",
-                  "A file is present but cannot be read or is not "
-                  "well-formed XML."),
+                  "A file is present but cannot be read, is empty (a line file, which the "
+                  "pendant does not read) or is not well-formed XML."),
             error("malformed-line",
-                  "A row lacks a keyword or its value, or gives an address "
-                  "that is not a number."),
+                  "A row lacks a keyword or its value, or gives an address that is not a "
+                  "number, or a line other than the title stands before the first section "
+                  "marker (skipped when read, dropped when written)."),
             error("bus-unknown", "A row or group names a bus that fieldbus.xml does not list."),
             error("bus-disabled", "A signal is mapped to a bus that is switched off."),
             error("address-out-of-range",

@@ -32,7 +32,8 @@ bool unreadable(const ConfigSnapshot &s, const QString &rdeFilePath,
     for (const SnapshotFileProblem &p : s.problems) {
         if (p.file == rdeFilePath
             && (p.kind == SnapshotFileProblem::Missing || p.kind == SnapshotFileProblem::Unparsable
-                || p.kind == SnapshotFileProblem::Unreadable)) {
+                || p.kind == SnapshotFileProblem::Unreadable
+                || p.kind == SnapshotFileProblem::Empty)) {
             kind = p.kind;
             return true;
         }

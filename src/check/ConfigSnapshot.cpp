@@ -36,10 +36,57 @@ QString missingKeyword(const configio::LineWords &words, const QString (&keyword
     return QString();
 }
 
-void readMappings(const QByteArray &bytes, QVector<SnapshotMapping> &rows)
+// The writers keep the title and the rows only: any other line before the first
+// section marker, which the readers skip, would be lost on a write-back.
+void findSkippedLines(const QString &text, const QString &inputMarker,
+                      const QString &outputMarker, const QString &rdeFilePath,
+                      QVector<SnapshotFileProblem> &problems)
+{
+    int lineNumber = 0;
+    int first = 0;
+    int skipped = 0;
+    bool titleSeen = false;
+    for (qsizetype start = 0; start < text.size();) {
+        qsizetype end = text.indexOf(QLatin1Char('\n'), start);
+        if (end < 0)
+            end = text.size();
+        ++lineNumber;
+        const QStringView line = QStringView(text).mid(start, end - start).trimmed();
+        start = end + 1;
+        if (line.isEmpty())
+            continue;
+        if (line.contains(inputMarker) || line.contains(outputMarker))
+            break;
+        if (!titleSeen) {
+            titleSeen = true;
+            continue;
+        }
+        if (skipped++ == 0)
+            first = lineNumber;
+    }
+    if (skipped > 0)
+        problems.append({SnapshotFileProblem::SkippedLines, rdeFilePath, first,
+                         QString::number(skipped)});
+}
+
+// Reads a two-section line file as the manager does: a zero-byte file not at all.
+QString lineFileText(const QString &path, const QString &rdeFilePath, const QByteArray &bytes,
+                     const QString &inputMarker, const QString &outputMarker,
+                     QVector<SnapshotFileProblem> &problems)
+{
+    if (bytes.isEmpty()) {
+        problems.append({SnapshotFileProblem::Empty, rdeFilePath, 0, path});
+        return QString();
+    }
+    const QString text = configio::decodeLineFile(bytes);
+    findSkippedLines(text, inputMarker, outputMarker, rdeFilePath, problems);
+    return text;
+}
+
+void readMappings(const QString &text, QVector<SnapshotMapping> &rows)
 {
     configio::ColumnTexts texts;
-    configio::readSectionRows(configio::decodeLineFile(bytes), fieldbusnames::systemInputMarker,
+    configio::readSectionRows(text, fieldbusnames::systemInputMarker,
                               fieldbusnames::systemOutputMarker,
                               [&rows, &texts](BiBo dir, QStringView row, int line) {
                                   const configio::LineWords words(row);
@@ -198,12 +245,20 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
     }
 
     QByteArray bytes;
-    if (readBytes(s.fixedFilePath(RDE_SIGNAL_MAP_CFG), RDE_SIGNAL_MAP_CFG, bytes, s.problems))
-        readMappings(bytes, s.mappings);
+    const QString mappingPath = s.fixedFilePath(RDE_SIGNAL_MAP_CFG);
+    if (readBytes(mappingPath, RDE_SIGNAL_MAP_CFG, bytes, s.problems))
+        readMappings(lineFileText(mappingPath, RDE_SIGNAL_MAP_CFG, bytes,
+                                  fieldbusnames::systemInputMarker,
+                                  fieldbusnames::systemOutputMarker, s.problems),
+                     s.mappings);
 
-    if (readBytes(s.fixedFilePath(RDE_GROUP_CFG), RDE_GROUP_CFG, bytes, s.problems)) {
+    const QString groupPath = s.fixedFilePath(RDE_GROUP_CFG);
+    if (readBytes(groupPath, RDE_GROUP_CFG, bytes, s.problems)) {
         configio::ColumnTexts texts;
-        configio::readSectionRows(configio::decodeLineFile(bytes), fieldbusnames::groupInputMarker,
+        configio::readSectionRows(lineFileText(groupPath, RDE_GROUP_CFG, bytes,
+                                               fieldbusnames::groupInputMarker,
+                                               fieldbusnames::groupOutputMarker, s.problems),
+                                  fieldbusnames::groupInputMarker,
                                   fieldbusnames::groupOutputMarker,
                                   [&s, &texts](BiBo dir, QStringView row, int line) {
                                       const configio::LineWords words(row);

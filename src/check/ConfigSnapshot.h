@@ -75,7 +75,13 @@ struct SnapshotFileProblem
         Unreadable,
         /// A function-list path leading out of the folder, which the pendant
         /// refuses to fetch.
-        Refused
+        Refused,
+        /// A line file of zero bytes, which the pendant does not read at all.
+        Empty,
+        /// Lines of a line file before its first section marker besides the
+        /// title: the readers skip them, the writers do not keep them (`line` is
+        /// the first, the detail their number).
+        SkippedLines
     };
     /// What is wrong.
     Kind kind = Missing;
@@ -83,9 +89,10 @@ struct SnapshotFileProblem
     QString file;
     /// 1-based line of the first problem where there is one, else 0.
     int line = 0;
-    /// More about it: the local path looked at (Missing, NotUtf8), the parser's
-    /// message (Unparsable, NotWellFormed), the reason the file did not open
-    /// (Unreadable), the module whose list it is (Refused).
+    /// More about it: the local path looked at (Missing, NotUtf8, Empty), the
+    /// parser's message (Unparsable, NotWellFormed), the reason the file did not
+    /// open (Unreadable), the module whose list it is (Refused), how many lines
+    /// (SkippedLines).
     QString detail;
     /// 1-based column of an XML parse error, else 0.
     int column = 0;
