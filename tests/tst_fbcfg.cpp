@@ -663,6 +663,13 @@ void TstFbcfg::folderOptions_data()
                                           << "--against %EMPTY% holds no controller configuration";
     QTest::newRow("against file") << QStringList{"diff", "--against", "%FILE%"}
                                   << "--against %FILE%: not a folder";
+    // The pendant's working files must not land among the controller's, nor the reverse.
+    QTest::newRow("workspace in controller")
+            << QStringList{"status", "--controller", "%CTL%", "--workspace", "%CTL%/application"}
+            << "--workspace %CTL%/application lies in the controller folder %CTL%: ";
+    QTest::newRow("controller in workspace")
+            << QStringList{"status", "--controller", "%WS%/pendant/ctl", "--workspace", "%WS%"}
+            << "--controller %WS%/pendant/ctl lies in %WS%/pendant, which the commands rewrite";
 }
 
 // A usage error that names the value; nothing is checked or listed instead.
@@ -674,9 +681,16 @@ void TstFbcfg::folderOptions()
     QVERIFY(QDir(tmp.path()).mkpath("empty/application/fidbus"));
     QFile file(tmp.filePath("file"));
     QVERIFY(file.open(QIODevice::WriteOnly));
+    for (const char *controller : {"ctl", "ws/pendant/ctl"}) {
+        QVERIFY(QDir(tmp.path()).mkpath(controller + QStringLiteral("/application/fidbus")));
+        QFile list(tmp.filePath(controller) + "/application/fidbus/fieldbus.xml");
+        QVERIFY(list.open(QIODevice::WriteOnly));
+    }
     const QHash<QString, QString> values{{"%FILE%", file.fileName()},
                                          {"%MISSING%", tmp.filePath("missing")},
-                                         {"%EMPTY%", tmp.filePath("empty")}};
+                                         {"%EMPTY%", tmp.filePath("empty")},
+                                         {"%CTL%", tmp.filePath("ctl")},
+                                         {"%WS%", tmp.filePath("ws")}};
     for (auto it = values.cbegin(); it != values.cend(); ++it) {
         args.replaceInStrings(it.key(), it.value());
         message.replace(it.key(), it.value());

@@ -1047,5 +1047,13 @@
         <source>cannot write %1: %2</source>
         <translation>无法写入 %1：%2</translation>
     </message>
+    <message>
+        <source>--workspace %1 lies in the controller folder %2: the pendant&apos;s working files would be written among the controller&apos;s; give a folder outside it</source>
+        <translation>--workspace %1 位于控制器文件夹 %2 中：示教器的工作文件会写入控制器的文件之间；请给出该文件夹之外的文件夹</translation>
+    </message>
+    <message>
+        <source>--controller %1 lies in %2, which the commands rewrite; give a workspace that does not hold it</source>
+        <translation>--controller %1 位于 %2 中，而命令会重写该文件夹；请给出不包含它的工作区</translation>
+    </message>
 </context>
 </TS>

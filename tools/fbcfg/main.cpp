@@ -553,6 +553,37 @@ int checkFolderOption(const Call &call, const char *name, bool controllerOnly, b
     return ExitOk;
 }
 
+// Whether `inner` is `outer` or lies in it; both folders exist.
+bool isWithin(const QString &inner, const QString &outer)
+{
+    const QString in = QFileInfo(inner).canonicalFilePath();
+    const QString out = QFileInfo(outer).canonicalFilePath();
+    return in == out || in.startsWith(out + QLatin1Char('/'));
+}
+
+// The workspace's pendant and Application folders are rewritten by every
+// command: they must not be, or hold, the controller's files.
+int checkFoldersApart(const Call &call)
+{
+    const QString controller = call.value(QStringLiteral("controller"));
+    const QString workspace = call.value(QStringLiteral("workspace"));
+    if (controller.isEmpty() || workspace.isEmpty())
+        return ExitOk;
+    if (isWithin(workspace, controller))
+        return usageError(call, Fbcfg::tr("--workspace %1 lies in the controller folder %2: the "
+                                          "pendant's working files would be written among the "
+                                          "controller's; give a folder outside it")
+                                        .arg(workspace, controller));
+    for (const char *sub : {"/pendant", "/Application"}) {
+        const QString rewritten = workspace + QLatin1String(sub);
+        if (QFileInfo(rewritten).isDir() && isWithin(controller, rewritten))
+            return usageError(call, Fbcfg::tr("--controller %1 lies in %2, which the commands "
+                                              "rewrite; give a workspace that does not hold it")
+                                            .arg(controller, rewritten));
+    }
+    return ExitOk;
+}
+
 int settle(const Call &call, const CommandInfo &c, Settings &settings)
 {
     const QCommandLineParser &parser = *call.parser;
@@ -585,6 +616,8 @@ int settle(const Call &call, const CommandInfo &c, Settings &settings)
     if (const int rc = checkFolderOption(call, "workspace", false, false))
         return rc;
     if (const int rc = checkFolderOption(call, "against", false, true))
+        return rc;
+    if (const int rc = checkFoldersApart(call))
         return rc;
     settings.controller = parser.value(QStringLiteral("controller"));
     if (c.writes)
