@@ -45,8 +45,8 @@ private slots:
         QFile::remove(TPU_SIGNAL_MAP_BACKUP_CFG);
         TestWorkspace::writeFile(TPU_SIGNAL_MAP_BACKUP_CFG + "/blocker", "x");
         const QByteArray log = "copyMapBackup(): ../Application/fieldbus/signal_mapping_backup.cfg";
-        QTest::ignoreMessage(QtDebugMsg, log + " remove file failed!");
-        QTest::ignoreMessage(QtDebugMsg, log + " Copy file failed!");
+        QTest::ignoreMessage(QtDebugMsg, QByteArray(log + " remove file failed!").constData());
+        QTest::ignoreMessage(QtDebugMsg, QByteArray(log + " Copy file failed!").constData());
         QVERIFY(!manager->copyMapBackup());
     }
 

@@ -289,7 +289,7 @@ bool ConfigSnapshot::readMappingFile(const QString &path, QVector<SnapshotMappin
     QByteArray bytes;
     if (!readBytes(path, path, bytes, problems))
         return false;
-    readMappings(bytes, rows);
+    readMappings(configio::decodeLineFile(bytes), rows);
     return true;
 }
 
