@@ -219,6 +219,8 @@ void TstFbcfg::run_data()
     const QStringList import{"import", "%CONTROLLER%/" + mapBackup, "--modules",
                              "Palletize,Vision"};
     row("import unanswered", import, 2, "nothing was changed");
+    row("import not a mapping", {"import", "%CONTROLLER%/application/fidbus/fieldbus.xml", "--all"},
+        2, "fieldbus.xml:2: not a saved signal mapping");
     row("import",
         QStringList(import) << "--prefer"
                             << "imported",

@@ -1055,5 +1055,17 @@
         <source>--controller %1 lies in %2, which the commands rewrite; give a workspace that does not hold it</source>
         <translation>--controller %1 位于 %2 中，而命令会重写该文件夹；请给出不包含它的工作区</translation>
     </message>
+    <message>
+        <source>%1 is empty: there is nothing to import</source>
+        <translation>%1 为空：没有可导入的内容</translation>
+    </message>
+    <message>
+        <source>%1:%2: not a saved signal mapping: this line and the others before its first %3 or %4 line would be skipped</source>
+        <translation>%1:%2: 不是保存的信号映射：此行及其第一个 %3 或 %4 行之前的其他行都会被跳过</translation>
+    </message>
+    <message>
+        <source>cannot read %1: a folder, not a file</source>
+        <translation>无法读取 %1：这是文件夹，不是文件</translation>
+    </message>
 </context>
 </TS>

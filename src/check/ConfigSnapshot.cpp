@@ -283,14 +283,19 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
     return s;
 }
 
-bool ConfigSnapshot::readMappingFile(const QString &path, QVector<SnapshotMapping> &rows)
+bool ConfigSnapshot::readMappingFile(const QString &path, QVector<SnapshotMapping> &rows,
+                                     QVector<SnapshotFileProblem> *problems)
 {
-    QVector<SnapshotFileProblem> problems;
+    QVector<SnapshotFileProblem> found;
     QByteArray bytes;
-    if (!readBytes(path, path, bytes, problems))
-        return false;
-    readMappings(configio::decodeLineFile(bytes), rows);
-    return true;
+    const bool read = readBytes(path, path, bytes, found);
+    if (read)
+        readMappings(lineFileText(path, path, bytes, fieldbusnames::systemInputMarker,
+                                  fieldbusnames::systemOutputMarker, found),
+                     rows);
+    if (problems)
+        *problems += found;
+    return read;
 }
 
 QString ConfigSnapshot::fixedFilePath(const QString &rdeFilePath) const

@@ -122,8 +122,11 @@ public:
     static ConfigSnapshot load(const QString &root, Layout layout);
     /// The rows of one file in the signal mapping format (a mapping backup, say),
     /// with their lines, appended to `rows`; false when it cannot be read.
-    /// `path` is a local file path.
-    static bool readMappingFile(const QString &path, QVector<SnapshotMapping> &rows);
+    /// `path` is a local file path. What is wrong with the file as a whole (empty,
+    /// not UTF-8, lines before its first section marker) is appended to `problems`
+    /// when given, with `path` as the file.
+    static bool readMappingFile(const QString &path, QVector<SnapshotMapping> &rows,
+                                QVector<SnapshotFileProblem> *problems = nullptr);
 
     /// 1-based line of the first bytes that are not UTF-8, or 0 when all are.
     /// A sequence cut off by a line end counts as not UTF-8.

@@ -184,6 +184,31 @@ int printReport(const Call &call, const QString &file, const ImportReport &repor
     return ExitOk;
 }
 
+// A file in another format would import nothing and be reported as if all of
+// it were there already.
+int checkSavedMapping(const QString &file)
+{
+    QVector<SnapshotMapping> rows;
+    QVector<SnapshotFileProblem> problems;
+    ConfigSnapshot::readMappingFile(file, rows, &problems);
+    for (const SnapshotFileProblem &p : qAsConst(problems)) {
+        if (p.kind == SnapshotFileProblem::Empty) {
+            Output::error(Fbcfg::tr("%1 is empty: there is nothing to import").arg(file));
+            return ExitFailure;
+        }
+        if (p.kind == SnapshotFileProblem::SkippedLines) {
+            Output::error(Fbcfg::tr("%1:%2: not a saved signal mapping: this line and the "
+                                    "others before its first %3 or %4 line would be skipped")
+                                  .arg(file)
+                                  .arg(p.line)
+                                  .arg(fieldbusnames::systemInputMarker,
+                                       fieldbusnames::systemOutputMarker));
+            return ExitFailure;
+        }
+    }
+    return ExitOk;
+}
+
 } // namespace
 
 int runImport(Session &session, const Call &call)
@@ -197,8 +222,14 @@ int runImport(Session &session, const Call &call)
     const QString file =
             session.userPath(fromCsv ? call.value(QStringLiteral("csv")) : call.args.at(0));
     if (!QFileInfo(file).isFile()) {
-        Output::error(Fbcfg::tr("cannot read %1").arg(file));
+        Output::error(QFileInfo(file).isDir()
+                              ? Fbcfg::tr("cannot read %1: a folder, not a file").arg(file)
+                              : Fbcfg::tr("cannot read %1").arg(file));
         return ExitFailure;
+    }
+    if (!fromCsv) {
+        if (const int rc = checkSavedMapping(file))
+            return rc;
     }
     if (const int rc = session.fetch(Session::FieldbusList | Session::FieldbusConfig
                                      | Session::Functions | Session::SignalMap | Session::GroupIo))
