@@ -153,6 +153,14 @@ public:
     {
         const QStringList enabledNames = snapshot.enabledShortNames();
         enabled = QSet<QString>(enabledNames.cbegin(), enabledNames.cend());
+        groupsUnread = std::any_of(
+                snapshot.problems.cbegin(), snapshot.problems.cend(),
+                [](const SnapshotFileProblem &p) {
+                    return p.file == RDE_GROUP_CFG
+                            && (p.kind == SnapshotFileProblem::Missing
+                                || p.kind == SnapshotFileProblem::Empty
+                                || p.kind == SnapshotFileProblem::Unreadable);
+                });
     }
 
     QVector<CheckFinding> run()
@@ -539,6 +547,9 @@ private:
 
     void groupMissingRule(const SnapshotMapping &m, const QString &bus, int number)
     {
+        // Without the group file every group row would say so; its finding does.
+        if (groupsUnread)
+            return;
         const int typeIndex = groupfile::typeIndex(m.row.type);
         if (typeIndex >= 0
             && groupNumbers.contains(groupNumberKey(m.direction, typeIndex, bus, number)))
@@ -613,6 +624,7 @@ private:
     QHash<const QVector<SnapshotFunction> *, QHash<QString, int>> functionIndex;
     // Every group's direction, table, bus and number, as isGroupIdExist finds them.
     QSet<QString> groupNumbers;
+    bool groupsUnread = false;
     QVector<CheckFinding> findings;
 };
 
