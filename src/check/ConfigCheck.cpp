@@ -153,14 +153,12 @@ public:
     {
         const QStringList enabledNames = snapshot.enabledShortNames();
         enabled = QSet<QString>(enabledNames.cbegin(), enabledNames.cend());
-        groupsUnread = std::any_of(
-                snapshot.problems.cbegin(), snapshot.problems.cend(),
-                [](const SnapshotFileProblem &p) {
-                    return p.file == RDE_GROUP_CFG
-                            && (p.kind == SnapshotFileProblem::Missing
-                                || p.kind == SnapshotFileProblem::Empty
-                                || p.kind == SnapshotFileProblem::Unreadable);
-                });
+        for (const SnapshotFileProblem &p : snapshot.problems) {
+            if (p.kind != SnapshotFileProblem::NotUtf8
+                && p.kind != SnapshotFileProblem::NotWellFormed
+                && p.kind != SnapshotFileProblem::SkippedLines)
+                unreadFiles.insert(p.file);
+        }
     }
 
     QVector<CheckFinding> run()
@@ -334,7 +332,7 @@ private:
             bool lastOk = false;
             const int first = g.group.deviceMapHead.toInt(&firstOk, 10);
             const int last = g.group.deviceMapTail.toInt(&lastOk, 10);
-            if (!known.contains(bus)) {
+            if (!isKnown(bus)) {
                 addGroup(g, "bus-unknown",
                          ConfigCheck::tr("bus '%1' is not listed in fieldbus.xml")
                                  .arg(g.group.fieldBus));
@@ -354,7 +352,7 @@ private:
                 continue;
             }
             const int bits = s.busNum(bus, g.direction, QStringLiteral("bool"));
-            if (first < 0 || last >= bits) {
+            if ((first < 0 || last >= bits) && !unreadFiles.contains(RDE_FIELDBUS_CFG_XML)) {
                 addGroup(g, "group-range",
                          ConfigCheck::tr(
                                  "device map %1-%2 lies outside the %3 bool %4 addresses of %5")
@@ -415,6 +413,12 @@ private:
                          .arg(o.line));
     }
 
+    // Without the fieldbus list every bus is taken as listed.
+    bool isKnown(const QString &bus) const
+    {
+        return known.contains(bus) || unreadFiles.contains(RDE_FIELDBUS_XML);
+    }
+
     static QString spanKey(const QString &bus, BiBo dir)
     {
         return bus + QLatin1Char('|') + QString::number(dir);
@@ -438,12 +442,12 @@ private:
             const QString &key = m.row.fieldBus;
             const bool isGroupRow = fieldbusnames::isGroupKey(key);
             const QString bus = fieldbusnames::busOfKey(key);
-            if (!known.contains(bus)) {
+            if (!isKnown(bus)) {
                 addMapping(m, "bus-unknown",
                            ConfigCheck::tr("bus '%1' is not listed in fieldbus.xml").arg(key));
                 continue;
             }
-            if (!enabled.contains(bus))
+            if (!enabled.contains(bus) && !unreadFiles.contains(RDE_FIELDBUS_XML))
                 addMapping(m, "bus-disabled", ConfigCheck::tr("bus %1 is switched off").arg(bus));
 
             if (m.row.address == QLatin1String("-1"))
@@ -477,8 +481,10 @@ private:
 
     void functionRules(const SnapshotMapping &m)
     {
+        if (unreadFiles.contains(RDE_FUNC_INFO_XML))
+            return;
         const auto module = s.modules.constFind(m.row.module);
-        // The list's own finding says it; a line per row would bury it.
+        // The list's own finding says it.
         if (module == s.modules.cend() && s.unreadListModules.contains(m.row.module))
             return;
         if (module == s.modules.cend()) {
@@ -515,7 +521,7 @@ private:
     void addressRules(const SnapshotMapping &m, const QString &bus, int address)
     {
         const int count = s.busNum(bus, m.direction, m.row.type);
-        if (address < 0 || address >= count) {
+        if ((address < 0 || address >= count) && !unreadFiles.contains(RDE_FIELDBUS_CFG_XML)) {
             addMapping(
                     m, "address-out-of-range",
                     count > 0 ? ConfigCheck::tr(
@@ -548,7 +554,7 @@ private:
     void groupMissingRule(const SnapshotMapping &m, const QString &bus, int number)
     {
         // Without the group file every group row would say so; its finding does.
-        if (groupsUnread)
+        if (unreadFiles.contains(RDE_GROUP_CFG))
             return;
         const int typeIndex = groupfile::typeIndex(m.row.type);
         if (typeIndex >= 0
@@ -624,7 +630,9 @@ private:
     QHash<const QVector<SnapshotFunction> *, QHash<QString, int>> functionIndex;
     // Every group's direction, table, bus and number, as isGroupIdExist finds them.
     QSet<QString> groupNumbers;
-    bool groupsUnread = false;
+    // Files not read at all: the rules they decide are left to their own finding,
+    // which would otherwise be buried under one finding per row.
+    QSet<QString> unreadFiles;
     QVector<CheckFinding> findings;
 };
 
