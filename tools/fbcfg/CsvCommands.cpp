@@ -38,7 +38,8 @@ int readDelimiter(const Call &call, QChar &delimiter)
 }
 
 // A CSV row as a mapping row, or why it is refused.
-QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo &row, BiBo &dir)
+QString readRow(BusFileDataManager *m, FunctionIndex &declared, const csv::Record &record,
+                FuncAndMapInfo &row, BiBo &dir)
 {
     if (!record.error.isEmpty())
         return record.error;
@@ -57,19 +58,11 @@ QString readRow(BusFileDataManager *m, const csv::Record &record, FuncAndMapInfo
         return Fbcfg::tr("the direction must be in or out, not '%1'").arg(f.at(Direction));
     dir = direction == QLatin1String("in") ? BusInput : BusOutput;
     const QString name = f.at(Function).trimmed();
-    const QVector<FuncAndMapInfo> declared = m->getFuncList(row.module).value(dir);
-    const auto function =
-            std::find_if(declared.cbegin(), declared.cend(), [&name](const FuncAndMapInfo &d) {
-                return d.name == name || (!d.nameCn.isEmpty() && d.nameCn == name);
-            });
-    if (function == declared.cend()) {
-        QStringList names;
-        for (const FuncAndMapInfo &d : declared)
-            names.append(d.name);
+    const FuncAndMapInfo *function = declared.find(row.module, dir, name);
+    if (!function)
         return missingName(Fbcfg::tr("%1 declares no %2 function '%3'")
                                    .arg(row.module, directionWord(dir), name),
-                           name, names);
-    }
+                           name, declared.names(row.module, dir));
     row.name = function->name;
     row.type = function->type;
     const QString type = f.at(Type).trimmed();
@@ -144,6 +137,7 @@ int runExport(Session &session, const Call &call)
     QByteArray bytes = call.isSet(QStringLiteral("excel")) ? csv::byteOrderMark : QByteArray();
     bytes += csv::format(header, delimiter);
     int count = 0;
+    FunctionIndex functions(m);
     for (const BiBo dir : qAsConst(directions)) {
         QVector<FuncAndMapInfo> rows;
         m->getBusSignalMap(dir, rows);
@@ -151,7 +145,7 @@ int runExport(Session &session, const Call &call)
             if (row.address.trimmed() == QLatin1String("-1")
                 || (!bus.isEmpty() && row.fieldBus.compare(bus, Qt::CaseInsensitive) != 0))
                 continue;
-            bytes += csv::format({row.module, row.name, functionDisplay(m, row.module, row.name),
+            bytes += csv::format({row.module, row.name, functions.display(row.module, row.name),
                                   row.type, row.fieldBus, directionKey(dir), row.address,
                                   row.filterTime, row.invert},
                                  delimiter);
@@ -199,10 +193,11 @@ int readCsvRows(Session &session, const Call &call, const QString &csvPath,
     if (const int rc = checkHeader(csvPath, bytes, records, delimiter))
         return rc;
     BusFileDataManager *m = session.manager();
+    FunctionIndex declared(m);
     for (const csv::Record &record : records.mid(1)) {
         ImportRow row;
         row.line = record.line;
-        const QString why = readRow(m, record, row.row, row.direction);
+        const QString why = readRow(m, declared, record, row.row, row.direction);
         if (why.isEmpty())
             rows.append(row);
         else

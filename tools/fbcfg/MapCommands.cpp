@@ -118,7 +118,7 @@ QString title(BusFileDataManager *m, const QString &module, const QString &name,
               const QString &type, BiBo dir)
 {
     return QStringLiteral("%1 %2 (%3 %4)")
-            .arg(m->getCurLanguageModuName(module), functionDisplay(m, module, name), type,
+            .arg(m->getCurLanguageModuName(module), FunctionIndex(m).display(module, name), type,
                  directionWord(dir));
 }
 
@@ -180,6 +180,7 @@ int runMapList(Session &session, const Call &call)
     const QString bus = call.value(QStringLiteral("bus"));
     const QString module = call.value(QStringLiteral("module"));
     const QString wantedKey = moduleKey(session.manager(), module);
+    FunctionIndex functions(m);
 
     QJsonArray array;
     QVector<QStringList> rows;
@@ -200,7 +201,7 @@ int runMapList(Session &session, const Call &call)
                 continue;
             const SnapshotMapping *mapping = lines.value(i);
             const int line = mapping && mapping->row.name == row.name ? mapping->line : 0;
-            const QString display = functionDisplay(m, row.module, row.name);
+            const QString display = functions.display(row.module, row.name);
             array.append(QJsonObject{
                     {QStringLiteral("module"), row.module},
                     {QStringLiteral("function"), row.name},
