@@ -1,10 +1,12 @@
 // Module table, function lists, application parameters and the monitor lists.
+#include "FunctionIndex.h"
 #include "ManagerTest.h"
 #include "PendantSim.h"
 #include "RecordingObserver.h"
 #include "TestWorkspace.h"
 
 #include <QDir>
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <algorithm>
@@ -202,6 +204,48 @@ private slots:
         QCOMPARE(english->getFuncNameCn("Common", "start"), QString());
         QCOMPARE(english->getFuncNameCn("Weld", "GasCheck"), QString());
         QCOMPARE(english->getFuncList("Weld").value(0).value(0).type, QStringLiteral("bool"));
+    }
+
+    // The index answers as the manager's walks do, on lists with repeated names
+    // and Chinese names that are another function's name.
+    void indexAgreesWithWalks()
+    {
+        ManagerPtr m = newManager(1);
+        QRandomGenerator random(7);
+        const QStringList words{"a", "b", "c", "甲", "乙", ""};
+        m->moduleNameMap = {{"M", "模"}, {"N", "恩"}};
+        for (const QString &module : QStringList{"M", "N"}) {
+            QVector<QVector<FuncAndMapInfo>> lists(2);
+            for (QVector<FuncAndMapInfo> &list : lists) {
+                for (int i = random.bounded(8); i > 0; --i) {
+                    FuncAndMapInfo f;
+                    f.name = words.at(random.bounded(3));
+                    f.nameCn = words.at(random.bounded(words.size()));
+                    f.type = QString::number(list.size());
+                    list.append(f);
+                }
+            }
+            m->funcListMap.insert(module, lists);
+        }
+        FunctionIndex index(m.get());
+        for (const QString &module : QStringList{"M", "N", "模", "X"}) {
+            for (const QString &name : words) {
+                QString cn = m->getFuncNameCn(module, name);
+                cn.chop(1);
+                QCOMPARE(index.chineseName(module, name), cn);
+                for (const BiBo dir : {BusInput, BusOutput}) {
+                    const QVector<FuncAndMapInfo> list =
+                            m->getFuncList(m->getModuleNameEnCn(module, false)).value(dir);
+                    const auto walk = std::find_if(
+                            list.cbegin(), list.cend(), [&name](const FuncAndMapInfo &f) {
+                                return f.name == name || (!f.nameCn.isEmpty() && f.nameCn == name);
+                            });
+                    const FuncAndMapInfo *found = index.find(module, dir, name);
+                    QCOMPARE(found ? found->type : QString("none"),
+                             walk == list.cend() ? QString("none") : walk->type);
+                }
+            }
+        }
     }
 
     // functionInfo.xml -> (app parameters) -> function lists -> observers, twice. A list path

@@ -401,13 +401,10 @@ QString MappingScreen::moduleShown(const QString &module) const
     return m_language == Chinese ? m->getModuleNameEnCn(module, true) : module;
 }
 
-QString MappingScreen::functionShown(const QString &module, const QString &name) const
+QString MappingScreen::functionShown(FunctionIndex &functions, const QString &module,
+                                    const QString &name) const
 {
-    if (m_language != Chinese)
-        return name;
-    QString chinese = m->getFuncNameCn(module, name);
-    chinese.chop(1); // the "," that joins lists of names
-    return chinese.isEmpty() ? name : chinese;
+    return functions.displayName(module, name, m_language == Chinese);
 }
 
 void MappingScreen::setStatus(const QString &text, bool problem)
@@ -472,10 +469,11 @@ void MappingScreen::showMapping(BiBo dir)
 
     const QSignalBlocker blocker(page.table);
     page.table->setRowCount(page.rows.size());
+    FunctionIndex functions(m);
     for (int i = 0; i < page.rows.size(); ++i) {
         const FuncAndMapInfo &row = page.rows.at(i);
         page.table->setItem(i, ModuleColumn, cell(moduleShown(row.module)));
-        page.table->setItem(i, FunctionColumn, cell(functionShown(row.module, row.name)));
+        page.table->setItem(i, FunctionColumn, cell(functionShown(functions, row.module, row.name)));
         page.table->setItem(i, TypeColumn,
                             cell(isGroupRow(row) ? tr("%1 group").arg(row.type) : row.type));
         page.table->setItem(i, AddressColumn, cell(row.address, true));
@@ -497,6 +495,7 @@ void MappingScreen::showFreeFunctions(BiBo dir)
         mapped.insert(row.module + QLatin1Char('/') + row.name);
 
     page.functions->clear();
+    FunctionIndex functions(m);
     for (const QString &shown : m->getModuleList()) {
         // The module list speaks the pendant's language; the tables use the English key.
         const QString module = m->isExistModule(shown) ? shown : m->getModuleNameEnCn(shown, false);
@@ -505,7 +504,7 @@ void MappingScreen::showFreeFunctions(BiBo dir)
                 continue;
             page.functions->addItem(
                     QStringLiteral("%1: %2 (%3)")
-                            .arg(moduleShown(module), functionShown(module, f.name), f.type),
+                            .arg(moduleShown(module), functionShown(functions, module, f.name), f.type),
                     QStringList{module, f.name, f.type});
         }
     }
@@ -594,7 +593,8 @@ void MappingScreen::accept(BiBo dir, const FuncAndMapInfo &row)
     // Into the manager's working copy; Save writes and sends it.
     m->setMapInfo({row}, dir);
     showMapping(dir);
-    const QString function = functionShown(row.module, row.name);
+    FunctionIndex functions(m);
+    const QString function = functionShown(functions, row.module, row.name);
     setStatus(row.address == QLatin1String("-1")
                       ? tr("%1 is no longer mapped; Save sends the change.").arg(function)
                       : tr("%1 is mapped to address %2; Save sends the change.")

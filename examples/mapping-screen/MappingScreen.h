@@ -3,6 +3,7 @@
 #include <fieldbusconfig/BusFileDataManager.h>
 #include <fieldbusconfig/ConfigCheck.h>
 #include <fieldbusconfig/ConfigDiff.h>
+#include <fieldbusconfig/FunctionIndex.h>
 
 #include <QSet>
 #include <QTranslator>
@@ -90,7 +91,10 @@ private:
 
     QString currentBus() const;
     QString moduleShown(const QString &module) const;
-    QString functionShown(const QString &module, const QString &name) const;
+    // Through an index made for the listing: one walk of a module's list per
+    // row makes a large table quadratic.
+    QString functionShown(FunctionIndex &functions, const QString &module,
+                          const QString &name) const;
     void setStatus(const QString &text, bool problem = false);
 
     BusFileDataManager *m = nullptr;

@@ -20,7 +20,7 @@ set(expected
     fieldbusconfig/ConfigSnapshot.h fieldbusconfig/EditVerdict.h fieldbusconfig/FieldbusConfigGlobal.h
     fieldbusconfig/FieldbusConfigVersion.h fieldbusconfig/FieldbusNames.h
     fieldbusconfig/FieldbusPaths.h
-    fieldbusconfig/FieldbusTypes.h fieldbusconfig/ImportReport.h fieldbusconfig/PendantSim.h
+    fieldbusconfig/FieldbusTypes.h fieldbusconfig/FunctionIndex.h fieldbusconfig/ImportReport.h fieldbusconfig/PendantSim.h
     fieldbusconfig/ProgressBarWidget.h
     fieldbusconfig/platform/DataAccess.h fieldbusconfig/platform/FlashFileClient.h
     fieldbusconfig/platform/MsgBox.h fieldbusconfig/platform/RbxInterface.h

@@ -200,56 +200,7 @@ QString moduleKey(BusFileDataManager *manager, const QString &name)
     return manager->getModuleNameEnCn(name, false);
 }
 
-FunctionIndex::FunctionIndex(BusFileDataManager *manager)
-    : m(manager)
-    , chinese(manager->getLanguageType() == fieldbusnames::chineseLanguageId)
+bool showsChinese(BusFileDataManager *manager)
 {
-}
-
-const FunctionIndex::Module &FunctionIndex::module(const QString &name)
-{
-    const auto known = modules.constFind(name);
-    if (known != modules.cend())
-        return *known;
-    Module t;
-    QVector<QVector<FuncAndMapInfo>> lists = m->getFuncList(name);
-    if (lists.isEmpty())
-        lists = m->getFuncList(moduleKey(m, name)); // a name in the other language
-    for (int dir = 0; dir < 2; ++dir) {
-        t.functions[dir] = lists.value(dir);
-        for (int i = 0; i < t.functions[dir].size(); ++i) {
-            const FuncAndMapInfo &f = t.functions[dir].at(i);
-            // The first of a name wins, as a walk of the list finds it.
-            if (!t.byName[dir].contains(f.name))
-                t.byName[dir].insert(f.name, i);
-            if (!f.nameCn.isEmpty() && !t.byName[dir].contains(f.nameCn))
-                t.byName[dir].insert(f.nameCn, i);
-            if (!t.chineseName.contains(f.name))
-                t.chineseName.insert(f.name, f.nameCn);
-        }
-    }
-    return *modules.insert(name, t);
-}
-
-const FuncAndMapInfo *FunctionIndex::find(const QString &moduleName, BiBo dir, const QString &name)
-{
-    const Module &t = module(moduleName);
-    const auto at = t.byName[dir].constFind(name);
-    return at == t.byName[dir].cend() ? nullptr : &t.functions[dir].at(*at);
-}
-
-QStringList FunctionIndex::names(const QString &moduleName, BiBo dir)
-{
-    QStringList names;
-    for (const FuncAndMapInfo &f : module(moduleName).functions[dir])
-        names.append(f.name);
-    return names;
-}
-
-QString FunctionIndex::display(const QString &moduleName, const QString &name)
-{
-    if (!chinese)
-        return name;
-    const QString chineseName = module(moduleName).chineseName.value(name);
-    return chineseName.isEmpty() ? name : chineseName;
+    return manager->getLanguageType() == fieldbusnames::chineseLanguageId;
 }

@@ -4,9 +4,9 @@
 #include <fieldbusconfig/FieldbusNames.h>
 #include <fieldbusconfig/ImportReport.h>
 #include <fieldbusconfig/FieldbusTypes.h>
+#include <fieldbusconfig/FunctionIndex.h>
 
 #include <QCommandLineParser>
-#include <QHash>
 #include <QJsonObject>
 #include <QMap>
 #include <QString>
@@ -118,30 +118,5 @@ QStringList signalBuses(BusFileDataManager *manager);
 int checkSignalBus(const Call &call, BusFileDataManager *manager, const QString &bus);
 // The English key of a module given in either language; empty when unknown.
 QString moduleKey(BusFileDataManager *manager, const QString &name);
-// The functions of each module, found in one step: listings and imports touch
-// up to every function, and a walk of a module's list per row is quadratic.
-class FunctionIndex
-{
-public:
-    explicit FunctionIndex(BusFileDataManager *manager);
-    // The first function of the direction whose name or Chinese name is `name`, or null.
-    const FuncAndMapInfo *find(const QString &module, BiBo dir, const QString &name);
-    // The names the module declares for the direction, in its list's order.
-    QStringList names(const QString &module, BiBo dir);
-    // A function's name in the chosen language: the Chinese name of the first
-    // function of that name, inputs before outputs, when there is one.
-    QString display(const QString &module, const QString &name);
-
-private:
-    struct Module
-    {
-        QVector<FuncAndMapInfo> functions[2];
-        QHash<QString, int> byName[2];
-        QHash<QString, QString> chineseName;
-    };
-    const Module &module(const QString &name);
-
-    BusFileDataManager *m;
-    bool chinese;
-    QHash<QString, Module> modules;
-};
+// Whether names are shown in Chinese (--lang zh).
+bool showsChinese(BusFileDataManager *manager);

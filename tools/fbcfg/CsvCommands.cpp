@@ -138,6 +138,7 @@ int runExport(Session &session, const Call &call)
     bytes += csv::format(header, delimiter);
     int count = 0;
     FunctionIndex functions(m);
+    const bool chinese = showsChinese(m);
     for (const BiBo dir : qAsConst(directions)) {
         QVector<FuncAndMapInfo> rows;
         m->getBusSignalMap(dir, rows);
@@ -145,7 +146,7 @@ int runExport(Session &session, const Call &call)
             if (row.address.trimmed() == QLatin1String("-1")
                 || (!bus.isEmpty() && row.fieldBus.compare(bus, Qt::CaseInsensitive) != 0))
                 continue;
-            bytes += csv::format({row.module, row.name, functions.display(row.module, row.name),
+            bytes += csv::format({row.module, row.name, functions.displayName(row.module, row.name, chinese),
                                   row.type, row.fieldBus, directionKey(dir), row.address,
                                   row.filterTime, row.invert},
                                  delimiter);

@@ -118,7 +118,7 @@ QString title(BusFileDataManager *m, const QString &module, const QString &name,
               const QString &type, BiBo dir)
 {
     return QStringLiteral("%1 %2 (%3 %4)")
-            .arg(m->getCurLanguageModuName(module), FunctionIndex(m).display(module, name), type,
+            .arg(m->getCurLanguageModuName(module), FunctionIndex(m).displayName(module, name, showsChinese(m)), type,
                  directionWord(dir));
 }
 
@@ -181,6 +181,7 @@ int runMapList(Session &session, const Call &call)
     const QString module = call.value(QStringLiteral("module"));
     const QString wantedKey = moduleKey(session.manager(), module);
     FunctionIndex functions(m);
+    const bool chinese = showsChinese(m);
 
     QJsonArray array;
     QVector<QStringList> rows;
@@ -201,7 +202,7 @@ int runMapList(Session &session, const Call &call)
                 continue;
             const SnapshotMapping *mapping = lines.value(i);
             const int line = mapping && mapping->row.name == row.name ? mapping->line : 0;
-            const QString display = functions.display(row.module, row.name);
+            const QString display = functions.displayName(row.module, row.name, chinese);
             array.append(QJsonObject{
                     {QStringLiteral("module"), row.module},
                     {QStringLiteral("function"), row.name},
