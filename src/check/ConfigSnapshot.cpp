@@ -36,63 +36,45 @@ QString missingKeyword(const configio::LineWords &words, const QString (&keyword
     return QString();
 }
 
-// The writers keep the title and the rows only: any other line before the first
-// section marker, which the readers skip, would be lost on a write-back.
-void findSkippedLines(const QString &text, const QString &inputMarker,
-                      const QString &outputMarker, const QString &rdeFilePath,
-                      QVector<SnapshotFileProblem> &problems)
+// Walks a two-section line file as the manager reads it (a zero-byte file not
+// at all), and notes what a write-back would not keep: lines other than the
+// title before the first section marker, which the readers skip.
+void readLineFile(const QString &path, const QString &rdeFilePath, const QByteArray &bytes,
+                  const QString &inputMarker, const QString &outputMarker,
+                  const std::function<void(BiBo, QStringView, int)> &onRow,
+                  QVector<SnapshotFileProblem> &problems)
 {
-    int lineNumber = 0;
+    if (bytes.isEmpty()) {
+        problems.append({SnapshotFileProblem::Empty, rdeFilePath, 0, path});
+        return;
+    }
+    bool titleSeen = false;
     int first = 0;
     int skipped = 0;
-    bool titleSeen = false;
-    for (qsizetype start = 0; start < text.size();) {
-        qsizetype end = text.indexOf(QLatin1Char('\n'), start);
-        if (end < 0)
-            end = text.size();
-        ++lineNumber;
-        const QStringView line = QStringView(text).mid(start, end - start).trimmed();
-        start = end + 1;
-        if (line.isEmpty())
-            continue;
-        if (line.contains(inputMarker) || line.contains(outputMarker))
-            break;
-        if (!titleSeen) {
-            titleSeen = true;
-            continue;
-        }
-        if (skipped++ == 0)
-            first = lineNumber;
-    }
+    configio::readSectionRows(configio::decodeLineFile(bytes), inputMarker, outputMarker, onRow,
+                              [&](QStringView, int line) {
+                                  if (!titleSeen)
+                                      titleSeen = true;
+                                  else if (skipped++ == 0)
+                                      first = line;
+                              });
     if (skipped > 0)
         problems.append({SnapshotFileProblem::SkippedLines, rdeFilePath, first,
                          QString::number(skipped)});
 }
 
-// Reads a two-section line file as the manager does: a zero-byte file not at all.
-QString lineFileText(const QString &path, const QString &rdeFilePath, const QByteArray &bytes,
-                     const QString &inputMarker, const QString &outputMarker,
-                     QVector<SnapshotFileProblem> &problems)
-{
-    if (bytes.isEmpty()) {
-        problems.append({SnapshotFileProblem::Empty, rdeFilePath, 0, path});
-        return QString();
-    }
-    const QString text = configio::decodeLineFile(bytes);
-    findSkippedLines(text, inputMarker, outputMarker, rdeFilePath, problems);
-    return text;
-}
-
-void readMappings(const QString &text, QVector<SnapshotMapping> &rows)
+void readMappings(const QString &path, const QString &rdeFilePath, const QByteArray &bytes,
+                  QVector<SnapshotMapping> &rows, QVector<SnapshotFileProblem> &problems)
 {
     configio::ColumnTexts texts;
-    configio::readSectionRows(text, fieldbusnames::systemInputMarker,
-                              fieldbusnames::systemOutputMarker,
-                              [&rows, &texts](BiBo dir, QStringView row, int line) {
-                                  const configio::LineWords words(row);
-                                  rows.append({signalmapfile::parseRow(words, texts), dir, line,
-                                               missingKeyword(words, mappingKeywords)});
-                              });
+    readLineFile(path, rdeFilePath, bytes, fieldbusnames::systemInputMarker,
+                 fieldbusnames::systemOutputMarker,
+                 [&rows, &texts](BiBo dir, QStringView row, int line) {
+                     const configio::LineWords words(row);
+                     rows.append({signalmapfile::parseRow(words, texts), dir, line,
+                                  missingKeyword(words, mappingKeywords)});
+                 },
+                 problems);
 }
 
 // 1-based line and column of a byte offset; the column counts characters.
@@ -247,24 +229,19 @@ ConfigSnapshot ConfigSnapshot::load(const QString &root, Layout layout)
     QByteArray bytes;
     const QString mappingPath = s.fixedFilePath(RDE_SIGNAL_MAP_CFG);
     if (readBytes(mappingPath, RDE_SIGNAL_MAP_CFG, bytes, s.problems))
-        readMappings(lineFileText(mappingPath, RDE_SIGNAL_MAP_CFG, bytes,
-                                  fieldbusnames::systemInputMarker,
-                                  fieldbusnames::systemOutputMarker, s.problems),
-                     s.mappings);
+        readMappings(mappingPath, RDE_SIGNAL_MAP_CFG, bytes, s.mappings, s.problems);
 
     const QString groupPath = s.fixedFilePath(RDE_GROUP_CFG);
     if (readBytes(groupPath, RDE_GROUP_CFG, bytes, s.problems)) {
         configio::ColumnTexts texts;
-        configio::readSectionRows(lineFileText(groupPath, RDE_GROUP_CFG, bytes,
-                                               fieldbusnames::groupInputMarker,
-                                               fieldbusnames::groupOutputMarker, s.problems),
-                                  fieldbusnames::groupInputMarker,
-                                  fieldbusnames::groupOutputMarker,
-                                  [&s, &texts](BiBo dir, QStringView row, int line) {
-                                      const configio::LineWords words(row);
-                                      s.groups.append({groupfile::parseRow(words, texts), dir, line,
-                                                       missingKeyword(words, groupKeywords)});
-                                  });
+        readLineFile(groupPath, RDE_GROUP_CFG, bytes, fieldbusnames::groupInputMarker,
+                     fieldbusnames::groupOutputMarker,
+                     [&s, &texts](BiBo dir, QStringView row, int line) {
+                         const configio::LineWords words(row);
+                         s.groups.append({groupfile::parseRow(words, texts), dir, line,
+                                          missingKeyword(words, groupKeywords)});
+                     },
+                     s.problems);
     }
 
     // Like the manager, a missing or broken description file means no descriptions.
@@ -290,9 +267,7 @@ bool ConfigSnapshot::readMappingFile(const QString &path, QVector<SnapshotMappin
     QByteArray bytes;
     const bool read = readBytes(path, path, bytes, found);
     if (read)
-        readMappings(lineFileText(path, path, bytes, fieldbusnames::systemInputMarker,
-                                  fieldbusnames::systemOutputMarker, found),
-                     rows);
+        readMappings(path, path, bytes, rows, found);
     if (problems)
         *problems += found;
     return read;

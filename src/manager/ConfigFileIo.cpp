@@ -236,7 +236,8 @@ const QString &ColumnTexts::lowerText(int column, QStringView word)
 }
 
 void readSectionRows(const QString &text, const QString &inputMarker, const QString &outputMarker,
-                     const std::function<void(BiBo, QStringView, int)> &onRow)
+                     const std::function<void(BiBo, QStringView, int)> &onRow,
+                     const std::function<void(QStringView, int)> &beforeSections)
 {
     bool inSection = false;
     BiBo section = BusInput;
@@ -263,6 +264,8 @@ void readSectionRows(const QString &text, const QString &inputMarker, const QStr
             section = BusOutput;
         } else if (inSection) {
             onRow(section, row, lineNumber);
+        } else if (beforeSections) {
+            beforeSections(row, lineNumber);
         }
     }
 }
