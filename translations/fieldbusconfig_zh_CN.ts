@@ -322,6 +322,14 @@ simultaneous activation of multiple protocols.
         <source>%1 lines from this one stand before the first section marker: the pendant skips them and a write-back drops them</source>
         <translation>从此行起有 %1 行位于第一个段标记之前：示教器跳过它们，写回时会丢弃它们</translation>
     </message>
+    <message>
+        <source>this line holds more than its section marker: the pendant skips the rest of it and a write-back drops it</source>
+        <translation>此行除段标记外还有其他内容：示教器跳过其余部分，写回时会丢弃它</translation>
+    </message>
+    <message>
+        <source>the lines of this file end in CR alone, so the pendant reads it as one line and skips all but its section marker, and a write-back drops the rest; save it with LF line ends</source>
+        <translation>此文件的行仅以 CR 结尾，示教器将其读作一行并跳过段标记以外的全部内容，写回时会丢弃其余部分；请以 LF 换行符保存</translation>
+    </message>
 </context>
 <context>
     <name>ConfigDiff</name>

@@ -268,6 +268,17 @@ private:
                                               "write-back drops them")
                                       .arg(problem.detail));
                 break;
+            case SnapshotFileProblem::MarkerWithText:
+                add(problem.file, problem.line, "malformed-line", errorSeverity,
+                    problem.detail.isEmpty()
+                            ? ConfigCheck::tr("this line holds more than its section marker: "
+                                              "the pendant skips the rest of it and a "
+                                              "write-back drops it")
+                            : ConfigCheck::tr("the lines of this file end in CR alone, so the "
+                                              "pendant reads it as one line and skips all but "
+                                              "its section marker, and a write-back drops the "
+                                              "rest; save it with LF line ends"));
+                break;
             case SnapshotFileProblem::Unreadable:
                 add(problem.file, 0, "file-unreadable", errorSeverity,
                     problem.detail.isEmpty()
@@ -668,7 +679,8 @@ QVector<CheckKind> ConfigCheck::kinds()
             error("malformed-line",
                   "A row lacks a keyword or its value, or gives an address that is not a "
                   "number, or a line other than the title stands before the first section "
-                  "marker (skipped when read, dropped when written)."),
+                  "marker, or a marker's line holds more (skipped when read, dropped when "
+                  "written)."),
             error("bus-unknown", "A row or group names a bus that fieldbus.xml does not list."),
             error("bus-disabled", "A signal is mapped to a bus that is switched off."),
             error("address-out-of-range",

@@ -37,8 +37,9 @@ QString missingKeyword(const configio::LineWords &words, const QString (&keyword
 }
 
 // Walks a two-section line file as the manager reads it (a zero-byte file not
-// at all), and notes what a write-back would not keep: lines other than the
-// title before the first section marker, which the readers skip.
+// at all), and notes what a write-back would not keep, as the readers skip it:
+// lines other than the title before the first section marker, and more than
+// the marker on a marker's line.
 void readLineFile(const QString &path, const QString &rdeFilePath, const QByteArray &bytes,
                   const QString &inputMarker, const QString &outputMarker,
                   const std::function<void(BiBo, QStringView, int)> &onRow,
@@ -48,16 +49,25 @@ void readLineFile(const QString &path, const QString &rdeFilePath, const QByteAr
         problems.append({SnapshotFileProblem::Empty, rdeFilePath, 0, path});
         return;
     }
+    // CRs are dropped when read: a file without LFs is one line.
+    const QString crOnly = bytes.contains('\r') && !bytes.contains('\n') ? QStringLiteral("cr")
+                                                                       : QString();
     bool titleSeen = false;
     int first = 0;
     int skipped = 0;
-    configio::readSectionRows(configio::decodeLineFile(bytes), inputMarker, outputMarker, onRow,
-                              [&](QStringView, int line) {
-                                  if (!titleSeen)
-                                      titleSeen = true;
-                                  else if (skipped++ == 0)
-                                      first = line;
-                              });
+    configio::readSectionRows(
+            configio::decodeLineFile(bytes), inputMarker, outputMarker, onRow,
+            [&](QStringView text, int line, bool isMarker) {
+                if (isMarker) {
+                    if (text != inputMarker && text != outputMarker)
+                        problems.append(
+                                {SnapshotFileProblem::MarkerWithText, rdeFilePath, line, crOnly});
+                } else if (!titleSeen) {
+                    titleSeen = true;
+                } else if (skipped++ == 0) {
+                    first = line;
+                }
+            });
     if (skipped > 0)
         problems.append({SnapshotFileProblem::SkippedLines, rdeFilePath, first,
                          QString::number(skipped)});

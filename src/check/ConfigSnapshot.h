@@ -81,7 +81,12 @@ struct SnapshotFileProblem
         /// Lines of a line file before its first section marker besides the
         /// title: the readers skip them, the writers do not keep them (`line` is
         /// the first, the detail their number).
-        SkippedLines
+        SkippedLines,
+        /// A section marker's line of a line file that holds more than the
+        /// marker, which the readers skip and the writers do not keep. The
+        /// detail is "cr" when the file's lines end in CR alone, which makes the
+        /// whole file one line.
+        MarkerWithText
     };
     /// What is wrong.
     Kind kind = Missing;
@@ -92,7 +97,7 @@ struct SnapshotFileProblem
     /// More about it: the local path looked at (Missing, NotUtf8, Empty), the
     /// parser's message (Unparsable, NotWellFormed), the reason the file did not
     /// open (Unreadable), the module whose list it is (Refused), how many lines
-    /// (SkippedLines).
+    /// (SkippedLines), "cr" or nothing (MarkerWithText).
     QString detail;
     /// 1-based column of an XML parse error, else 0.
     int column = 0;

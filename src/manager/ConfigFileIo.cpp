@@ -237,7 +237,7 @@ const QString &ColumnTexts::lowerText(int column, QStringView word)
 
 void readSectionRows(const QString &text, const QString &inputMarker, const QString &outputMarker,
                      const std::function<void(BiBo, QStringView, int)> &onRow,
-                     const std::function<void(QStringView, int)> &beforeSections)
+                     const std::function<void(QStringView, int, bool)> &notRows)
 {
     bool inSection = false;
     BiBo section = BusInput;
@@ -256,16 +256,16 @@ void readSectionRows(const QString &text, const QString &inputMarker, const QStr
             continue;
         const bool mayMark = row.contains(markerStarts[0])
                 || (markerStarts[1] != markerStarts[0] && row.contains(markerStarts[1]));
-        if (mayMark && row.contains(inputMarker)) {
+        const bool isInput = mayMark && row.contains(inputMarker);
+        if (isInput || (mayMark && row.contains(outputMarker))) {
             inSection = true;
-            section = BusInput;
-        } else if (mayMark && row.contains(outputMarker)) {
-            inSection = true;
-            section = BusOutput;
+            section = isInput ? BusInput : BusOutput;
+            if (notRows)
+                notRows(row, lineNumber, true);
         } else if (inSection) {
             onRow(section, row, lineNumber);
-        } else if (beforeSections) {
-            beforeSections(row, lineNumber);
+        } else if (notRows) {
+            notRows(row, lineNumber, false);
         }
     }
 }

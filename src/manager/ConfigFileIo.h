@@ -150,10 +150,11 @@ pugi::xml_parse_result loadXml(pugi::xml_document &doc, const QString &path, uns
 
 // Walks the text of a two-section line file ("#System_Input:"/"#System_Output:"
 // and alike): every trimmed non-empty line after a section marker goes to
-// `onRow` with the section's direction and its 1-based line number; lines
-// before the first marker are skipped, shown to `beforeSections` when given.
+// `onRow` with the section's direction and its 1-based line number. The other
+// non-empty lines, the markers' and those before the first marker, are not
+// rows: they go to `notRows` when given, with whether the line is a marker's.
 void readSectionRows(const QString &text, const QString &inputMarker, const QString &outputMarker,
                      const std::function<void(BiBo, QStringView, int)> &onRow,
-                     const std::function<void(QStringView, int)> &beforeSections = {});
+                     const std::function<void(QStringView, int, bool)> &notRows = {});
 
 } // namespace configio
