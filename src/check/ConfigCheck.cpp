@@ -153,12 +153,17 @@ public:
     {
         const QStringList enabledNames = snapshot.enabledShortNames();
         enabled = QSet<QString>(enabledNames.cbegin(), enabledNames.cend());
+        QSet<QString> unread;
         for (const SnapshotFileProblem &p : snapshot.problems) {
-            if (p.kind != SnapshotFileProblem::NotUtf8
-                && p.kind != SnapshotFileProblem::NotWellFormed
-                && p.kind != SnapshotFileProblem::SkippedLines)
-                unreadFiles.insert(p.file);
+            if (p.kind == SnapshotFileProblem::Missing || p.kind == SnapshotFileProblem::Unparsable
+                || p.kind == SnapshotFileProblem::Unreadable
+                || p.kind == SnapshotFileProblem::Empty)
+                unread.insert(p.file);
         }
+        busesUnread = unread.contains(RDE_FIELDBUS_XML);
+        areasUnread = unread.contains(RDE_FIELDBUS_CFG_XML);
+        modulesUnread = unread.contains(RDE_FUNC_INFO_XML);
+        groupsUnread = unread.contains(RDE_GROUP_CFG);
     }
 
     QVector<CheckFinding> run()
@@ -363,7 +368,7 @@ private:
                 continue;
             }
             const int bits = s.busNum(bus, g.direction, QStringLiteral("bool"));
-            if ((first < 0 || last >= bits) && !unreadFiles.contains(RDE_FIELDBUS_CFG_XML)) {
+            if ((first < 0 || last >= bits) && !areasUnread) {
                 addGroup(g, "group-range",
                          ConfigCheck::tr(
                                  "device map %1-%2 lies outside the %3 bool %4 addresses of %5")
@@ -427,7 +432,7 @@ private:
     // Without the fieldbus list every bus is taken as listed.
     bool isKnown(const QString &bus) const
     {
-        return known.contains(bus) || unreadFiles.contains(RDE_FIELDBUS_XML);
+        return known.contains(bus) || busesUnread;
     }
 
     static QString spanKey(const QString &bus, BiBo dir)
@@ -458,7 +463,7 @@ private:
                            ConfigCheck::tr("bus '%1' is not listed in fieldbus.xml").arg(key));
                 continue;
             }
-            if (!enabled.contains(bus) && !unreadFiles.contains(RDE_FIELDBUS_XML))
+            if (!enabled.contains(bus) && !busesUnread)
                 addMapping(m, "bus-disabled", ConfigCheck::tr("bus %1 is switched off").arg(bus));
 
             if (m.row.address == QLatin1String("-1"))
@@ -492,7 +497,7 @@ private:
 
     void functionRules(const SnapshotMapping &m)
     {
-        if (unreadFiles.contains(RDE_FUNC_INFO_XML))
+        if (modulesUnread)
             return;
         const auto module = s.modules.constFind(m.row.module);
         // The list's own finding says it.
@@ -532,7 +537,7 @@ private:
     void addressRules(const SnapshotMapping &m, const QString &bus, int address)
     {
         const int count = s.busNum(bus, m.direction, m.row.type);
-        if ((address < 0 || address >= count) && !unreadFiles.contains(RDE_FIELDBUS_CFG_XML)) {
+        if ((address < 0 || address >= count) && !areasUnread) {
             addMapping(
                     m, "address-out-of-range",
                     count > 0 ? ConfigCheck::tr(
@@ -565,7 +570,7 @@ private:
     void groupMissingRule(const SnapshotMapping &m, const QString &bus, int number)
     {
         // Without the group file every group row would say so; its finding does.
-        if (unreadFiles.contains(RDE_GROUP_CFG))
+        if (groupsUnread)
             return;
         const int typeIndex = groupfile::typeIndex(m.row.type);
         if (typeIndex >= 0
@@ -643,7 +648,10 @@ private:
     QSet<QString> groupNumbers;
     // Files not read at all: the rules they decide are left to their own finding,
     // which would otherwise be buried under one finding per row.
-    QSet<QString> unreadFiles;
+    bool busesUnread = false;
+    bool areasUnread = false;
+    bool modulesUnread = false;
+    bool groupsUnread = false;
     QVector<CheckFinding> findings;
 };
 
